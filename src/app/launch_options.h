@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QStringList>
+
+namespace wrenfold {
+
+/// What the command line asks for. Options are compared as whole arguments; unknown ones are left to the
+/// toolkit.
+struct LaunchOptions
+{
+    enum class Mode {
+        Interactive,
+        DebugSplit,
+        DebugSort,
+        DebugPreserveCompleted,
+        UsageError, ///< Of a debug command.
+        Help,
+        Version,
+    };
+
+    Mode mode = Mode::Interactive;
+    QStringList taskTitles; ///< One for DebugSplit, two or more for DebugSort.
+    QString mediumGoal;     ///< For DebugSplit and DebugSort.
+    QString usageError;     ///< One line, without a line break.
+
+    /// `arguments` are those behind the program's path. A debug command wins over everything else; a split
+    /// over a sort over the self-check.
+    [[nodiscard]] static LaunchOptions parse(const QStringList &arguments);
+
+    /// The text of --help.
+    [[nodiscard]] static QString help();
+
+    friend bool operator==(const LaunchOptions &, const LaunchOptions &) = default;
+};
+
+/// The argument behind the first one equal to `key`, whatever it looks like; empty when there is none.
+[[nodiscard]] QString debugValue(const QString &key, const QStringList &arguments);
+
+} // namespace wrenfold

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#include "look/accessibility.h"
+
+#include "look/count_badge.h"
+#include "look/text_label.h"
+
+#include <QAccessibleWidget>
+
+namespace wrenfold {
+
+namespace {
+
+class AccessibleTextLabel : public QAccessibleWidget
+{
+public:
+    explicit AccessibleTextLabel(TextLabel *label)
+        : QAccessibleWidget(label, QAccessible::StaticText)
+        , m_label(label)
+    {
+    }
+
+    [[nodiscard]] QAccessible::Role role() const override
+    {
+        return m_label->isClickable() ? QAccessible::Button : QAccessible::StaticText;
+    }
+
+    [[nodiscard]] QStringList actionNames() const override
+    {
+        QStringList names = QAccessibleWidget::actionNames();
+        if (m_label->isClickable() && m_label->isEnabled())
+            names.prepend(pressAction());
+        return names;
+    }
+
+    void doAction(const QString &name) override
+    {
+        if (name == pressAction() && m_label->isClickable() && m_label->isEnabled())
+            Q_EMIT m_label->clicked();
+        else
+            QAccessibleWidget::doAction(name);
+    }
+
+private:
+    TextLabel *m_label; // The interface goes with its widget.
+};
+
+QAccessibleInterface *makeInterface(const QString &, QObject *object)
+{
+    if (auto *label = qobject_cast<TextLabel *>(object))
+        return new AccessibleTextLabel(label);
+    if (auto *badge = qobject_cast<CountBadge *>(object))
+        return new QAccessibleWidget(badge, QAccessible::StaticText);
+    return nullptr;
+}
+
+} // namespace
+
+void installAccessibility()
+{
+    [[maybe_unused]] static const bool isInstalled = (QAccessible::installFactory(makeInterface), true);
+}
+
+} // namespace wrenfold

@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+namespace wrenfold {
+
+/// Tells assistive technology what our painted texts are: a TextLabel is a text, or a button when it can be
+/// clicked; a CountBadge is a text. Called by their constructors; does its work once.
+void installAccessibility();
+
+} // namespace wrenfold

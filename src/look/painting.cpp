@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+#include "look/painting.h"
+
+#include "look/plain_text.h"
+#include "look/symbols.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include <cmath>
+
+namespace wrenfold {
+
+namespace {
+
+/// Saves the painter's state for the life of a scope.
+class SavedPainter
+{
+public:
+    explicit SavedPainter(QPainter &painter)
+        : m_painter(painter)
+    {
+        m_painter.save();
+        m_painter.setRenderHint(QPainter::Antialiasing);
+    }
+    ~SavedPainter() { m_painter.restore(); }
+    Q_DISABLE_COPY_MOVE(SavedPainter)
+
+private:
+    QPainter &m_painter;
+};
+
+} // namespace
+
+void Painting::roundedCard(QPainter &painter, const QRectF &rect, qreal radius, const CardColors &colors)
+{
+    const SavedPainter saved(painter);
+    QPainterPath outline;
+    outline.addRoundedRect(rect, radius, radius);
+    painter.fillPath(outline, colors.fill);
+    if (colors.line.isValid()) {
+        painter.setPen(QPen(colors.line, 1));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(rect.adjusted(0.5, 0.5, -0.5, -0.5), radius - 0.5, radius - 0.5);
+    }
+    if (colors.accentEdge.isValid()) {
+        QPainterPath inside;
+        inside.addRoundedRect(rect.adjusted(Metrics::cardAccentWidth, 0, radius, 0), radius, radius);
+        painter.fillPath(outline.subtracted(inside), colors.accentEdge);
+    }
+}
+
+void Painting::focusRing(QPainter &painter, const QRectF &rect, qreal radius)
+{
+    const SavedPainter saved(painter);
+    const qreal inset = Metrics::focusRingWidth / 2;
+    painter.setPen(QPen(Theme::current().accent, Metrics::focusRingWidth));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), radius - inset, radius - inset);
+}
+
+void Painting::symbol(QPainter &painter, const QRectF &rect, const QString &name, const QColor &color,
+                      int size)
+{
+    const QPixmap pixmap = Symbols::pixmap(name, color, size, painter.device()->devicePixelRatioF());
+    const QPointF corner = rect.center() - QPointF(size, size) / 2;
+    painter.drawPixmap(corner.toPoint(), pixmap);
+}
+
+void Painting::check(QPainter &painter, const QRectF &rect, Check check, int size)
+{
+    const SavedPainter saved(painter);
+    const Theme &theme = Theme::current();
+    painter.setBrush(Qt::NoBrush);
+    painter.translate(rect.center());
+    if (check != Check::Done) {
+        const qreal radius = (size - Metrics::checkLineWidth) / 2;
+        painter.setPen(QPen(check == Check::Now ? theme.accent : theme.tertiaryInk, Metrics::checkLineWidth));
+        painter.drawEllipse(QPointF(), radius, radius);
+        return;
+    }
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(theme.green);
+    painter.drawEllipse(QPointF(), size / 2.0, size / 2.0);
+    painter.setPen(QPen(theme.onAccent, Metrics::checkLineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    const std::array tick = {QPointF(-0.2, 0.02) * size, QPointF(-0.06, 0.16) * size,
+                             QPointF(0.2, -0.14) * size};
+    painter.drawPolyline(tick.data(), static_cast<int>(tick.size()));
+}
+
+void Painting::text(QPainter &painter, const QRectF &rect, const QString &text, const QFont &font,
+                    const QColor &color, Qt::Alignment alignment)
+{
+    const QFontMetricsF metrics(font);
+    const QString line = isolated(oneLine(text));
+    qreal x = rect.left();
+    if (alignment & Qt::AlignHCenter)
+        x += (rect.width() - metrics.horizontalAdvance(line)) / 2;
+    else if (alignment & Qt::AlignRight)
+        x += rect.width() - metrics.horizontalAdvance(line);
+    // The font's own middle, so that a taller emoji does not lift the line.
+    const qreal baseline = std::round(rect.center().y() + (metrics.ascent() - metrics.descent()) / 2);
+    painter.save();
+    painter.setFont(font);
+    painter.setPen(color);
+    painter.drawText(QPointF(x, baseline), line);
+    painter.restore();
+}
+
+} // namespace wrenfold

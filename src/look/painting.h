@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "look/theme.h"
+
+#include <QRectF>
+#include <QString>
+
+class QPainter;
+
+namespace wrenfold {
+
+/// What several controls and windows paint alike. Every function leaves the painter as it found it.
+namespace Painting {
+
+struct CardColors
+{
+    QColor fill;
+    QColor line;       ///< A one-pixel outline inside the rectangle; none when invalid.
+    QColor accentEdge; ///< A strip along the left edge; none when invalid.
+};
+
+void roundedCard(QPainter &painter, const QRectF &rect, qreal radius, const CardColors &colors);
+
+/// The ring of the keyboard focus, just inside the rectangle.
+void focusRing(QPainter &painter, const QRectF &rect, qreal radius);
+
+/// The symbol in the middle of the rectangle, on whole pixels.
+void symbol(QPainter &painter, const QRectF &rect, const QString &name, const QColor &color,
+            int size = Metrics::symbolSize);
+
+enum class Check {
+    Open,
+    Now, ///< Open, and the task in hand.
+    Done,
+};
+
+/// The circle in front of a task, `size` wide, in the middle of the rectangle.
+void check(QPainter &painter, const QRectF &rect, Check check, int size = Metrics::checkSize);
+
+/// One line of plain text, vertically in the middle. The text is not elided; its bidi controls stay inside.
+void text(QPainter &painter, const QRectF &rect, const QString &text, const QFont &font, const QColor &color,
+          Qt::Alignment alignment = Qt::AlignLeft);
+
+} // namespace Painting
+
+} // namespace wrenfold

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+#include "look/plain_text.h"
+
+#include <QFontMetrics>
+#include <QTextLayout>
+
+namespace wrenfold {
+
+namespace {
+
+constexpr char16_t leftToRightIsolate = 0x2066;
+constexpr char16_t rightToLeftIsolate = 0x2067;
+constexpr char16_t firstStrongIsolate = 0x2068;
+constexpr char16_t popIsolate = 0x2069;
+
+bool breaksLine(QChar character)
+{
+    return character.category() == QChar::Other_Control || character == QChar::LineSeparator ||
+           character == QChar::ParagraphSeparator;
+}
+
+bool opensIsolate(QChar character)
+{
+    return character == leftToRightIsolate || character == rightToLeftIsolate ||
+           character == firstStrongIsolate;
+}
+
+} // namespace
+
+QString plainToolTip(const QString &text)
+{
+    if (text.isEmpty())
+        return {};
+    return QStringLiteral("<p style=\"white-space:pre-wrap\">") + text.toHtmlEscaped() +
+           QStringLiteral("</p>");
+}
+
+QString oneLine(const QString &text)
+{
+    QString line = text;
+    line.replace(QStringLiteral("\r\n"), QStringLiteral(" "));
+    for (QChar &character : line) {
+        if (breaksLine(character))
+            character = QLatin1Char(' ');
+    }
+    return line;
+}
+
+QString isolated(const QString &text)
+{
+    QString result;
+    result.reserve(text.size() + 2);
+    result.append(QChar(firstStrongIsolate));
+    int open = 0;
+    for (const QChar character : text) {
+        if (opensIsolate(character))
+            ++open;
+        // One end too many would end our own isolate.
+        if (character == popIsolate && --open < 0) {
+            open = 0;
+            continue;
+        }
+        result.append(character);
+    }
+    result.append(QString(open + 1, QChar(popIsolate)));
+    return result;
+}
+
+ElidedText elided(const QString &text, const QFont &font, int width, int maximumLines)
+{
+    const QString whole = oneLine(text);
+    ElidedText result;
+    qsizetype start = 0;
+    if (maximumLines > 1) {
+        QTextLayout layout(whole, font);
+        layout.beginLayout();
+        for (QTextLine line = layout.createLine(); line.isValid() && result.lines.size() + 1 < maximumLines;
+             line = layout.createLine()) {
+            line.setLineWidth(width);
+            result.lines.append(whole.sliced(line.textStart(), line.textLength()).trimmed());
+            start = line.textStart() + line.textLength();
+        }
+        layout.endLayout();
+    }
+    const QString rest = whole.sliced(start).trimmed();
+    if (!rest.isEmpty() || result.lines.isEmpty()) {
+        result.lines.append(QFontMetrics(font).elidedText(rest, Qt::ElideRight, width));
+        result.isElided = result.lines.constLast() != rest;
+    }
+    return result;
+}
+
+} // namespace wrenfold

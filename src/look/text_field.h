@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "look/theme.h"
+
+#include <QLineEdit>
+#include <QTimer>
+
+#include <optional>
+
+namespace wrenfold {
+
+/// A line to type in, without a frame of its own. Undo and redo act on its text only while it holds typing
+/// that is not yet committed; otherwise they are left to the window's shortcuts.
+class TextField : public QLineEdit
+{
+    Q_OBJECT
+
+public:
+    /// `name` says what is to be typed: placeholder and accessible name.
+    explicit TextField(const QString &name, QWidget *parent = nullptr);
+    ~TextField() override;
+
+    /// Shows a text that is kept elsewhere already, such as the title to be edited, or nothing after a
+    /// submission.
+    void setCommittedText(const QString &text);
+    /// Declares the present text as kept elsewhere.
+    void commit();
+    /// Whether the text differs from the committed one, or an input method is composing.
+    [[nodiscard]] bool hasUncommittedText() const;
+
+    /// How long after the last key the caret goes on blinking. A caret at rest stays visible and wakes
+    /// nobody.
+    void setCaretRest(std::chrono::milliseconds delay);
+
+protected:
+    bool event(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void inputMethodEvent(QInputMethodEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+
+private:
+    void applyTheme();
+    void restCaret();
+    void wakeCaret();
+
+    QString m_committedText;
+    bool m_isComposing = false;
+    QTimer m_caretTimer;
+    std::optional<int> m_flashTime; ///< The application's, while the caret rests.
+};
+
+} // namespace wrenfold

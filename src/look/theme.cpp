@@ -1,0 +1,185 @@
+// SPDX-License-Identifier: MIT
+#include "look/theme.h"
+
+#include <QGuiApplication>
+#include <QPalette>
+
+namespace wrenfold {
+
+namespace {
+
+QColor rgb(QRgb value)
+{
+    return QColor::fromRgb(value);
+}
+
+QColor withAlpha(QColor color, float alpha)
+{
+    color.setAlphaF(alpha);
+    return color;
+}
+
+/// `share` of `upper`, the rest of `lower`; both opaque.
+QColor mixed(const QColor &upper, float share, const QColor &lower)
+{
+    const auto channel = [share](float a, float b) { return a * share + b * (1.0F - share); };
+    return QColor::fromRgbF(channel(upper.redF(), lower.redF()), channel(upper.greenF(), lower.greenF()),
+                            channel(upper.blueF(), lower.blueF()));
+}
+
+Theme withDerivedColors(Theme theme)
+{
+    theme.board = mixed(theme.accent, 0.06F, theme.background);
+    theme.accentLine = withAlpha(theme.accent, 0.45F);
+    theme.greenSoft = withAlpha(theme.green, 0.12F);
+    return theme;
+}
+
+Theme makeLight()
+{
+    Theme theme;
+    theme.background = rgb(0xfbfaf7);
+    theme.card = rgb(0xffffff);
+    theme.line = withAlpha(rgb(0x1e2228), 0.09F);
+    theme.hover = withAlpha(rgb(0x1e2228), 0.055F);
+    theme.ink = rgb(0x23262b);
+    theme.secondaryInk = rgb(0x5d626b);
+    theme.tertiaryInk = rgb(0x646a73);
+    theme.accent = rgb(0x4a5bd4);
+    theme.accentSoft = withAlpha(theme.accent, 0.10F);
+    theme.onAccent = rgb(0xffffff);
+    theme.green = rgb(0x1e7743);
+    theme.orange = rgb(0xa8560a);
+    theme.pink = rgb(0xc02f68);
+    theme.urgentAndImportant = rgb(0xb83535);
+    theme.important = rgb(0x2c66b2);
+    theme.urgent = rgb(0x8a5a0c);
+    theme.neither = rgb(0x616770);
+    return withDerivedColors(theme);
+}
+
+Theme makeDark()
+{
+    Theme theme;
+    theme.background = rgb(0x1f2126);
+    theme.card = rgb(0x282b31);
+    theme.line = withAlpha(rgb(0xffffff), 0.09F);
+    theme.hover = withAlpha(rgb(0xffffff), 0.07F);
+    theme.ink = rgb(0xeceef1);
+    theme.secondaryInk = rgb(0xa4aab3);
+    theme.tertiaryInk = rgb(0x989fa9);
+    theme.accent = rgb(0x8d9bff);
+    theme.accentSoft = withAlpha(theme.accent, 0.15F);
+    theme.onAccent = rgb(0x14161c);
+    theme.green = rgb(0x4cc482);
+    theme.orange = rgb(0xf09a45);
+    theme.pink = rgb(0xf2709f);
+    theme.urgentAndImportant = rgb(0xf07b7b);
+    theme.important = rgb(0x71a9f2);
+    theme.urgent = rgb(0xe5ad55);
+    theme.neither = rgb(0x9aa1ab);
+    return withDerivedColors(theme);
+}
+
+QFont sized(int pixels, QFont::Weight weight = QFont::Normal)
+{
+    QFont font;
+    font.setPixelSize(pixels);
+    if (weight != QFont::Normal)
+        font.setWeight(weight);
+    return font;
+}
+
+QFont spaced(QFont font, qreal pixels)
+{
+    font.setLetterSpacing(QFont::AbsoluteSpacing, pixels);
+    return font;
+}
+
+} // namespace
+
+QColor Theme::tagSurface(const QColor &text) const
+{
+    return mixed(text, 0.14F, background);
+}
+
+QColor Theme::dropSurface(const QColor &text) const
+{
+    return mixed(text, 0.08F, card);
+}
+
+const Theme &Theme::light()
+{
+    static const Theme theme = makeLight();
+    return theme;
+}
+
+const Theme &Theme::dark()
+{
+    static const Theme theme = makeDark();
+    return theme;
+}
+
+const Theme &Theme::current()
+{
+    // Qt before 6.5 does not tell the desktop's colour scheme; its palette does.
+    const bool isDark =
+        QGuiApplication::palette().color(QPalette::Active, QPalette::Window).lightness() < 128;
+    return isDark ? dark() : light();
+}
+
+namespace Fonts {
+
+QFont body()
+{
+    return sized(13);
+}
+
+QFont subtask()
+{
+    return sized(12);
+}
+
+QFont small()
+{
+    return sized(11);
+}
+
+QFont smallStrong()
+{
+    return spaced(sized(11, QFont::DemiBold), 0.3);
+}
+
+QFont tiny()
+{
+    return sized(10);
+}
+
+QFont tinyStrong()
+{
+    return sized(10, QFont::DemiBold);
+}
+
+QFont control()
+{
+    return sized(12, QFont::DemiBold);
+}
+
+QFont title()
+{
+    return sized(15, QFont::DemiBold);
+}
+
+QFont windowTitle()
+{
+    return sized(14, QFont::DemiBold);
+}
+
+QFont time()
+{
+    return spaced(sized(24, QFont::DemiBold), 0.2);
+}
+
+} // namespace Fonts
+
+} // namespace wrenfold

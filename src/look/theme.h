@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QColor>
+#include <QFont>
+
+#include <array>
+#include <chrono>
+
+namespace wrenfold {
+
+/// The colours of every window of ours. There are two themes; which one holds follows the desktop, so
+/// painting code asks for current() each time and keeps no colour. Each text colour reaches 4.5 : 1 on the
+/// surfaces it stands on.
+struct Theme
+{
+    /// Names a colour that is looked up only when painting: `theme.*color`.
+    using Color = QColor Theme::*;
+
+    // Surfaces. Those with an alpha lie on another surface.
+    QColor background; ///< The panel and the other windows.
+    QColor board;      ///< The pane of the four quadrants.
+    QColor card;       ///< The NOW card, the quadrants' cells, the assistant's messages.
+    QColor line;       ///< Hairlines and the unfilled part of the timer's ring.
+    QColor hover;      ///< A row under the pointer; also fields, chips and plain buttons.
+    QColor accentSoft; ///< The active row, a switched-on icon, a proposal.
+    QColor accentLine; ///< The outline of a proposal.
+    QColor greenSoft;  ///< The badge of the tasks done today.
+
+    // Texts and symbols.
+    QColor ink;
+    QColor secondaryInk;
+    QColor tertiaryInk;
+    QColor accent;
+    QColor onAccent; ///< On a surface of the accent or of green.
+    QColor green;
+    QColor orange;
+    QColor pink;
+
+    // The four quadrants.
+    QColor urgentAndImportant;
+    QColor important;
+    QColor urgent;
+    QColor neither;
+
+    /// The quadrants' colours in the board's reading order.
+    static constexpr std::array<Color, 4> quadrants();
+
+    /// The opaque surface of a tag of this text colour; opaque so that a hovered row does not dim its text.
+    [[nodiscard]] QColor tagSurface(const QColor &text) const;
+    /// The surface of the quadrant cell of this colour while a task is dragged over it.
+    [[nodiscard]] QColor dropSurface(const QColor &text) const;
+
+    static const Theme &light();
+    static const Theme &dark();
+    /// Dark when the application's window colour is. Widgets are repainted by Qt when that colour changes.
+    static const Theme &current();
+};
+
+constexpr std::array<Theme::Color, 4> Theme::quadrants()
+{
+    return {&Theme::urgentAndImportant, &Theme::important, &Theme::urgent, &Theme::neither};
+}
+
+/// Lengths in device-independent pixels.
+namespace Metrics {
+inline constexpr int panelRadius = 14, panelPadding = 12, panelWidth = 344, boardWidth = 372;
+inline constexpr int chatWidth = 440, chatHeight = 520;
+
+inline constexpr int gripHeight = 14, gripBarWidth = 36, gripBarHeight = 4;
+inline constexpr int headerHeight = 46, headerSpacing = 10;
+inline constexpr int ringSize = 42, ringRadius = 18;
+inline constexpr qreal ringWidth = 3.5;
+inline constexpr int stripHeight = 30, stripSpacing = 3, stripMargin = 2;
+
+inline constexpr int iconButtonSize = 26, iconButtonRadius = 7, symbolSize = 16;
+inline constexpr int checkHitSize = 24, checkSize = 16, chipCheckSize = 13;
+inline constexpr qreal checkLineWidth = 1.5, focusRingWidth = 2.0, disabledOpacity = 0.55;
+inline constexpr int badgeHeight = 20, badgePadding = 6, badgeSpacing = 3;
+inline constexpr int tagHeight = 17, tagRadius = 8, tagPadding = 6;
+inline constexpr int textButtonHeight = 24, textButtonPadding = 4, textButtonRadius = 6;
+inline constexpr int buttonHeight = 28, buttonPadding = 12, buttonRadius = 8;
+
+inline constexpr int cardRadius = 11, cardPadding = 8, cardAccentWidth = 3, sectionSpacing = 8;
+inline constexpr int fieldHeight = 34, fieldRadius = 9, fieldPadding = 9, fieldSpacing = 7;
+inline constexpr int listMargin = 6, sectionHeaderHeight = 24, sectionHeaderSpacing = 5;
+inline constexpr int rowHeight = 32, rowRadius = 8, rowSpacing = 6, rowLeftPadding = 6, rowRightPadding = 4;
+inline constexpr int subtaskRowHeight = 28, subtaskIndent = 30, rowLeadWidth = 16;
+inline constexpr int statusHeight = 26, statusSpacing = 8;
+
+inline constexpr int boardPadding = 12, boardTitleHeight = 26, boardAxisWidth = 32, boardGap = 7;
+inline constexpr int cellRadius = 10, cellPadding = 8, cellSpacing = 5, chipRadius = 7, chipPadding = 7;
+inline constexpr int bubbleRadius = 13, bubbleTailRadius = 4, bubblePadding = 11, proposalRadius = 12;
+} // namespace Metrics
+
+namespace Durations {
+inline constexpr std::chrono::milliseconds motion{160};      ///< Folding, the board, a dropped row.
+inline constexpr std::chrono::milliseconds caretRest{10000}; ///< A field left alone this long stops blinking.
+} // namespace Durations
+
+/// The application's font in the sizes of our windows. Only what differs is set, so that a widget given one
+/// of these still follows the desktop's font family.
+namespace Fonts {
+QFont body();        ///< Rows, fields, messages.
+QFont subtask();     ///< Subtask rows, chips.
+QFont small();       ///< Subtitles, the status line.
+QFont smallStrong(); ///< Section headers, text buttons, the badge.
+QFont tiny();        ///< Subtask numbers, axis labels.
+QFont tinyStrong();  ///< Tags, the word GOAL.
+QFont control();     ///< Plain buttons, the board's title, a quadrant's title.
+QFont title();       ///< The NOW task.
+QFont windowTitle(); ///< The chat's title.
+QFont time();        ///< The timer.
+} // namespace Fonts
+
+} // namespace wrenfold

@@ -1,0 +1,173 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "model/inbox_item.h"
+#include "model/pomodoro_phase.h"
+#include "model/published.h"
+#include "model/saved_state.h"
+#include "model/task_history.h"
+#include "platform/clock.h"
+
+namespace wrenfold {
+
+class Preferences;
+
+/// Everything that the user sees and sets, and every operation on it. One instance, on the main thread.
+///
+/// This header is the table of contents; each group names the file that defines it. An operation reads, asks
+/// a pure function, assigns. It is announced and saved once, when it ends; the document is on disk when it
+/// returns, unless the disk refuses: then the log says so and the next change tries again. Unknown tasks,
+/// empty titles and transitions that are not allowed change nothing.
+class FocusStore
+{
+public:
+    /// The key of the saved document in the preferences.
+    static QString storageKey() { return QStringLiteral("Wrenfold.State.v1"); }
+
+    struct Options
+    {
+        bool loadSavedState = true; ///< False: starts empty, and never reads or writes the document.
+    };
+
+    /// Both must outlive the store.
+    FocusStore(Preferences &preferences, Clock &clock, Options options);
+    ~FocusStore();
+    FocusStore(const FocusStore &) = delete;
+    FocusStore &operator=(const FocusStore &) = delete;
+
+private:
+    ChangeGroup m_changes; ///< First: the properties below belong to it.
+
+public:
+    // --- The list, changed by the operations only
+    // -------------------------------------------------------------
+    Published<TaskList> tasks{m_changes, {}, Persistence::Persisted};
+    Published<std::optional<QUuid>> activeTaskID{m_changes, {}, Persistence::Persisted};
+    Published<bool> canUndo{m_changes, false};
+    Published<bool> canRedo{m_changes, false};
+    Published<std::optional<DeletionSnapshot>> pendingUndo{m_changes, {}};
+    Published<std::optional<QUuid>> subtaskComposerParentID{m_changes, {}};
+    Published<int> composerFocusToken{m_changes, 0};
+    Published<QString> sortStatus{m_changes, {}};
+
+    // --- What the user sets, saved
+    // ----------------------------------------------------------------------------
+    Setting<QString> mediumGoal{m_changes, {}, Persistence::Persisted};
+    Setting<bool> isTodoListHidden{m_changes, false, Persistence::Persisted};
+    Setting<bool> isHardPinned{m_changes, true, Persistence::Persisted};
+    Setting<bool> isCompletedSectionExpanded{m_changes, false, Persistence::Persisted};
+    Setting<bool> isDeferredSectionExpanded{m_changes, true, Persistence::Persisted};
+    Setting<bool> isQuadrantBoardVisible{m_changes, false, Persistence::Persisted};
+    Setting<bool> isFocusGuardEnabled{m_changes, false, Persistence::Persisted};
+    Published<QList<BlockedApp>> blockedApps{m_changes, defaultBlockedApps(), Persistence::Persisted};
+    Published<qint64> workDurationMinutes{m_changes, 25, Persistence::Persisted};
+    Published<qint64> breakDurationMinutes{m_changes, 5, Persistence::Persisted};
+    Setting<bool> sprintNudgesEnabled{m_changes, true, Persistence::Persisted};
+    Setting<bool> alwaysShowMenubarTimer{m_changes, true, Persistence::Persisted};
+    Published<bool> launchAtLogin{m_changes, false, Persistence::Persisted};
+    Setting<AIProvider> selectedAIProvider{m_changes, AIProvider::openRouter, Persistence::Persisted};
+    Setting<QString> apiKeyOverride{m_changes, {}, Persistence::Persisted};
+    Setting<QString> openRouterModel{m_changes, SavedState::defaultModel(), Persistence::Persisted};
+    Setting<bool> codexIntegrationEnabled{m_changes, false, Persistence::Persisted};
+    Setting<bool> chatGPTIntegrationEnabled{m_changes, false, Persistence::Persisted};
+    Setting<bool> ollamaIntegrationEnabled{m_changes, false, Persistence::Persisted};
+    Setting<QString> ollamaBaseURL{m_changes, SavedState::defaultOllamaBaseURL(), Persistence::Persisted};
+    Setting<bool> autoSortAfterAdding{m_changes, false, Persistence::Persisted};
+
+    // --- What is true while the program runs
+    // ------------------------------------------------------------------
+    Published<qint64> remainingSeconds{m_changes, 1500};
+    Published<bool> isTimerRunning{m_changes, false};
+    Published<PomodoroPhase> timerPhase{m_changes, PomodoroPhase::work};
+    Setting<bool> isGhostMode{m_changes, false};
+    Setting<bool> isReorderKeyPressed{m_changes, false};
+    Setting<bool> isQuadrantDropActive{m_changes, false};
+    Published<bool> isSortingTasks{m_changes, false};
+    Published<QString> loginItemStatus{m_changes, {}};
+    Published<QString> apiImportStatus{m_changes, {}};
+    Published<QList<InboxItem>> inboxItems{m_changes, {}};
+
+    // --- The document: focus_store_document.cpp
+    // ---------------------------------------------------------------
+    void save();
+    /// The last save did not reach the disk.
+    [[nodiscard]] bool hasUnsavedChanges() const { return m_isSaveFailing; }
+    void setWorkDurationMinutes(qint64 minutes);  ///< Kept within 1 to 90.
+    void setBreakDurationMinutes(qint64 minutes); ///< Kept within 1 to 30.
+
+    // --- Tasks: focus_store_tasks.cpp
+    // -------------------------------------------------------------------------
+    /// Adds to the end of the list, or under `parentID`, or under the open subtask composer's parent.
+    void addTask(const QString &title, bool makeActive, std::optional<QUuid> parentID = std::nullopt);
+    void addSubtask(const QUuid &parentID, const QString &title);
+    void beginAddSubtask(const TaskItem &parent);
+    void endAddSubtask(); ///< Closes the subtask composer.
+    void requestTodoInput();
+    void toggleDone(const TaskItem &task);
+    void setActive(const TaskItem &task);
+    void toggleExpanded(const TaskItem &task);
+    void updateTaskTitle(const TaskItem &task, const QString &title);
+    void deleteTask(const TaskItem &task); ///< With its subtasks.
+    void deferTask(const TaskItem &task, TaskQuadrant quadrant);
+    void restoreDeferredTask(const TaskItem &task);
+    void setQuadrant(TaskQuadrant quadrant, const TaskItem &task);
+    void clearCompleted();
+
+    // --- What follows from the list, computed at each call: focus_store_tasks.cpp
+    // ------------------------------
+    [[nodiscard]] std::optional<TaskItem> activeTask() const;
+    [[nodiscard]] TaskList topLevelTasks() const;
+    [[nodiscard]] TaskList childTasks(const QUuid &parentID) const;
+    [[nodiscard]] TaskList visibleTasks() const;
+    [[nodiscard]] TaskList completedTasks() const;
+    [[nodiscard]] TaskList deferredTasks() const;
+    [[nodiscard]] int openTaskCount() const;
+    [[nodiscard]] int completedTodayCount() const; ///< Since midnight in the user's time zone.
+    [[nodiscard]] QString statusBarNowTitle() const;
+
+    // --- Undo, redo and the status line: focus_store_history.cpp
+    // -----------------------------------------------
+    void undo();
+    void redo();
+    /// Shows a text until the next one; a pending clearing of the line is called off.
+    void setSortStatus(const QString &text);
+
+    // --- Order: focus_store_order.cpp
+    // --------------------------------------------------------------------------
+    /// Best first; unknown and repeated identifiers do no harm, and no task is lost.
+    void applyPriorityOrder(const QList<QUuid> &orderedIDs);
+    void moveTask(const QUuid &movingID, const QUuid &targetID, bool placeAfter);
+    void beginTaskReorder();
+    void endTaskReorder();
+    void cancelTaskReorder();
+
+private:
+    void load();
+    void apply(const SavedState &state);
+    [[nodiscard]] SavedState savedState() const;
+    [[nodiscard]] std::optional<QString> writeDocument();
+
+    [[nodiscard]] TaskSnapshot snapshot() const { return {tasks.value(), activeTaskID.value()}; }
+    void registerTaskUndo(const QString &actionName, std::optional<TaskSnapshot> snapshot = std::nullopt);
+    void restore(const TaskSnapshot &snapshot);
+    void followHistory();
+    void flashStatus(const QString &text);
+    void setTasks(TaskList list);
+    template<typename Change>
+    void changeFamily(const QUuid &id, Change change);
+    [[nodiscard]] Timestamp now() const;
+
+    Preferences &m_preferences;
+    Clock &m_clock;
+    const bool m_isPersistenceEnabled;
+    bool m_isRestoringState = false;
+    bool m_isSaveFailing = false;
+    bool m_mustKeepDocumentAside =
+        false; ///< The stored document was not understood; the next save must not lose it.
+    TaskHistory m_history;
+    std::optional<TaskSnapshot> m_reorderStartSnapshot; ///< Present while a drag is under way.
+    std::unique_ptr<ScheduledCall> m_statusClearCall;
+    std::unique_ptr<ScheduledCall> m_pendingUndoClearCall;
+};
+
+} // namespace wrenfold

@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: MIT
+#include "app/debug_log.h"
+#include "model/focus_store.h"
+#include "model/task_list.h"
+#include "platform/preferences.h"
+
+#include <algorithm>
+
+namespace wrenfold {
+
+namespace {
+
+/// Calls `copy` with each persisted property of the store and its member of the document, save those that
+/// loading does more with than to copy: the list, the durations and the launch switch. One list serves
+/// loading and saving, so that neither can forget a member.
+template<typename Store, typename State, typename Copy>
+void forEachPlainMember(Store &store, State &state, Copy copy)
+{
+    copy(store.activeTaskID, state.activeTaskID);
+    copy(store.mediumGoal, state.mediumGoal);
+    copy(store.isTodoListHidden, state.isTodoListHidden);
+    copy(store.isFocusGuardEnabled, state.isFocusGuardEnabled);
+    copy(store.blockedApps, state.blockedApps);
+    copy(store.selectedAIProvider, state.selectedAIProvider);
+    copy(store.apiKeyOverride, state.apiKeyOverride);
+    copy(store.openRouterModel, state.openRouterModel);
+    copy(store.codexIntegrationEnabled, state.codexIntegrationEnabled);
+    copy(store.chatGPTIntegrationEnabled, state.chatGPTIntegrationEnabled);
+    copy(store.ollamaIntegrationEnabled, state.ollamaIntegrationEnabled);
+    copy(store.ollamaBaseURL, state.ollamaBaseURL);
+    copy(store.autoSortAfterAdding, state.autoSortAfterAdding);
+    copy(store.isCompletedSectionExpanded, state.isCompletedSectionExpanded);
+    copy(store.isDeferredSectionExpanded, state.isDeferredSectionExpanded);
+    copy(store.isQuadrantBoardVisible, state.isQuadrantBoardVisible);
+    copy(store.isHardPinned, state.isHardPinned);
+    copy(store.sprintNudgesEnabled, state.sprintNudgesEnabled);
+    copy(store.alwaysShowMenubarTimer, state.alwaysShowMenubarTimer);
+}
+
+/// The NOW task is open; a stored one that is not gives way to the first open task.
+std::optional<QUuid> repairedActiveTaskID(const TaskList &tasks, const std::optional<QUuid> &stored)
+{
+    if (!stored)
+        return std::nullopt;
+    const TaskItem *task = findTask(tasks, *stored);
+    return task && task->isOpen() ? stored : nextOpenTaskID(tasks, -1);
+}
+
+QString text(bool value)
+{
+    return value ? QStringLiteral("true") : QStringLiteral("false");
+}
+
+} // namespace
+
+FocusStore::FocusStore(Preferences &preferences, Clock &clock, Options options)
+    : m_changes([this] { save(); })
+    , m_preferences(preferences)
+    , m_clock(clock)
+    , m_isPersistenceEnabled(options.loadSavedState)
+{
+    if (m_isPersistenceEnabled)
+        load();
+}
+
+FocusStore::~FocusStore() = default;
+
+void FocusStore::load()
+{
+    m_isRestoringState = true;
+    const Preferences::ReadResult stored = m_preferences.read(storageKey());
+    std::optional<SavedState> state;
+    if (stored.status == Preferences::ReadStatus::Found)
+        state = decodeSavedState(stored.bytes);
+    if (state) {
+        apply(*state);
+        const TaskList topLevel = topLevelTasks();
+        const auto open = std::count_if(topLevel.begin(), topLevel.end(),
+                                        [](const TaskItem &task) { return task.isOpen(); });
+        qCInfo(DebugLog::store).noquote()
+            << QStringLiteral("loaded tasks=%1 open=%2 work=%3m break=%4m login=%5")
+                   .arg(tasks.value().size())
+                   .arg(open)
+                   .arg(workDurationMinutes.value())
+                   .arg(breakDurationMinutes.value())
+                   .arg(text(launchAtLogin.value()));
+    } else {
+        m_mustKeepDocumentAside = stored.status != Preferences::ReadStatus::Absent;
+        const ChangeGroup::Scope scope(m_changes);
+        const Timestamp created = now();
+        setTasks({TaskItem::make(QStringLiteral("今やることをここに固定"), created),
+                  TaskItem::make(QStringLiteral("忘れたくない小タスクを追加"), created)});
+        activeTaskID.set(tasks.value().first().id);
+        mediumGoal.set(QStringLiteral("今週の軸を決める"));
+        qCInfo(DebugLog::store) << "loaded defaults (first launch)";
+    }
+    m_isRestoringState = false;
+}
+
+void FocusStore::apply(const SavedState &state)
+{
+    const ChangeGroup::Scope scope(m_changes);
+    setTasks(repaired(state.tasks));
+    forEachPlainMember(*this, state, [](auto &property, const auto &member) { property.set(member); });
+    activeTaskID.set(repairedActiveTaskID(tasks.value(), state.activeTaskID));
+    setWorkDurationMinutes(state.workDurationMinutes);
+    setBreakDurationMinutes(state.breakDurationMinutes);
+}
+
+SavedState FocusStore::savedState() const
+{
+    SavedState state;
+    state.tasks = tasks.value();
+    forEachPlainMember(*this, state, [](const auto &property, auto &member) { member = property.value(); });
+    state.workDurationMinutes = workDurationMinutes.value();
+    state.breakDurationMinutes = breakDurationMinutes.value();
+    state.launchAtLogin = launchAtLogin.value();
+    return state;
+}
+
+void FocusStore::save()
+{
+    if (!m_isPersistenceEnabled || m_isRestoringState)
+        return;
+    const std::optional<QString> error = writeDocument();
+    // One line when saving begins to fail and one when it works again, however many changes lie between.
+    if (error && !m_isSaveFailing)
+        qCWarning(DebugLog::store).noquote() << QStringLiteral("saving failed: ") + *error;
+    else if (!error && m_isSaveFailing)
+        qCInfo(DebugLog::store) << "saving works again";
+    m_isSaveFailing = error.has_value();
+}
+
+std::optional<QString> FocusStore::writeDocument()
+{
+    if (m_mustKeepDocumentAside) {
+        if (const std::optional<QString> error = m_preferences.keepAside(storageKey()))
+            return error;
+        m_mustKeepDocumentAside = false;
+    }
+    return m_preferences.write(storageKey(), encodeSavedState(savedState()));
+}
+
+void FocusStore::setWorkDurationMinutes(qint64 minutes)
+{
+    workDurationMinutes.set(std::clamp<qint64>(minutes, 1, 90));
+}
+
+void FocusStore::setBreakDurationMinutes(qint64 minutes)
+{
+    breakDurationMinutes.set(std::clamp<qint64>(minutes, 1, 30));
+}
+
+Timestamp FocusStore::now() const
+{
+    return Timestamp::fromDateTime(m_clock.now());
+}
+
+} // namespace wrenfold

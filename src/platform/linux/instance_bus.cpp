@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/instance_bus.h"
+
+#include "app/debug_log.h"
+#include "platform/linux/session_bus_probe.h"
+
+#include <QDBusError>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDeadlineTimer>
+#include <QUuid>
+
+#include <memory>
+#include <utility>
+
+namespace wrenfold {
+namespace {
+
+const auto serviceName = QStringLiteral("dev.tolvane.Wrenfold");
+const auto objectPath = QStringLiteral("/dev/tolvane/Wrenfold");
+const auto interfaceName = QStringLiteral("org.freedesktop.Application");
+
+// Keys of the platform data. The first is ours: desktops do not send it.
+const auto instanceKey = QStringLiteral("dev.tolvane.Wrenfold.instance");
+const auto activationTokenKey = QStringLiteral("activation-token");
+const auto startupIdKey = QStringLiteral("desktop-startup-id");
+
+/// Waits for the bus; the answer is not connected on failure. A bus that hangs is left alone for as long as
+/// it does and then given up, because Qt's attempt to connect to it can be neither stopped nor bounded.
+QDBusConnection connectToSessionBus(const std::stop_token &stop, const QString &name)
+{
+    constexpr auto oneLook = std::chrono::milliseconds(250); // So much later at most the program can end.
+    for (int look = 0; look < 80 && !stop.stop_requested(); ++look) {
+        if (!sessionBusHangs(oneLook))
+            return QDBusConnection::connectToBus(QDBusConnection::SessionBus, name);
+    }
+    return QDBusConnection(name);
+}
+
+QVariantMap askingPlatformData(const QString &instance)
+{
+    QVariantMap data{{instanceKey, instance}};
+    const auto handOn = [&data](const QString &key, const char *variable) {
+        if (const QString value = qEnvironmentVariable(variable); !value.isEmpty())
+            data.insert(key, value);
+    };
+    handOn(activationTokenKey, "XDG_ACTIVATION_TOKEN");
+    handOn(startupIdKey, "DESKTOP_STARTUP_ID");
+    return data;
+}
+
+QDBusMessage requestNameMessage()
+{
+    constexpr uint doNotQueue = 4; // And without the flag that lets another program take the name over.
+    QDBusMessage message = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("RequestName"));
+    message << serviceName << doNotQueue;
+    return message;
+}
+
+} // namespace
+
+InstanceBus::InstanceBus(QString instance)
+    : m_instance(std::move(instance))
+    , m_connectionName(QUuid::createUuid().toString())
+{
+}
+
+InstanceBus::~InstanceBus()
+{
+    // A thread still inside Qt when the process ends would crash it.
+    m_thread.request_stop();
+    if (m_thread.joinable())
+        m_thread.join();
+    QDBusConnection::disconnectFromBus(m_connectionName);
+}
+
+void InstanceBus::connectOnThread(std::function<void(const QDBusConnection &)> done)
+{
+    m_thread = std::jthread([name = m_connectionName, done = std::move(done)](const std::stop_token &stop) {
+        done(connectToSessionBus(stop, name));
+    });
+}
+
+bool InstanceBus::ask(std::chrono::milliseconds patience)
+{
+    const QDeadlineTimer deadline(patience);
+    if (!m_connection) {
+        if (!m_connecting.valid()) {
+            const auto promise = std::make_shared<std::promise<QDBusConnection>>();
+            m_connecting = promise->get_future();
+            connectOnThread([promise](const QDBusConnection &connection) { promise->set_value(connection); });
+        }
+        if (m_connecting.wait_for(patience) != std::future_status::ready)
+            return false;
+        m_connection = m_connecting.get();
+    }
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(serviceName, objectPath, interfaceName, QStringLiteral("Activate"));
+    message << askingPlatformData(m_instance);
+    message.setAutoStartService(false); // Only a program that runs already is asked.
+    const auto remaining = static_cast<int>(deadline.remainingTime());
+    return m_connection->call(message, QDBus::Block, remaining).type() == QDBusMessage::ReplyMessage;
+}
+
+void InstanceBus::listen(std::function<void()> show)
+{
+    m_show = std::move(show);
+    connectOnThread([this](const QDBusConnection &connection) {
+        QMetaObject::invokeMethod(
+            this, [this, connection] { serve(connection); }, Qt::QueuedConnection);
+    });
+}
+
+void InstanceBus::serve(const QDBusConnection &connection)
+{
+    m_connection = connection;
+    if (!m_connection->isConnected()) {
+        qCInfo(DebugLog::app).noquote()
+            << QStringLiteral("There is no session bus: %1").arg(m_connection->lastError().message());
+        return;
+    }
+    // The object first: whoever sees the name may call at once.
+    m_connection->registerObject(objectPath, this, QDBusConnection::ExportScriptableSlots);
+    auto *request = new QDBusPendingCallWatcher(m_connection->asyncCall(requestNameMessage()), this);
+    connect(request, &QDBusPendingCallWatcher::finished, this, [request] {
+        constexpr uint primaryOwner = 1;
+        const QDBusPendingReply<uint> reply = *request;
+        if (reply.isError() || reply.value() != primaryOwner)
+            qCInfo(DebugLog::app).noquote() << QStringLiteral("The bus name %1 is not ours").arg(serviceName);
+        request->deleteLater();
+    });
+}
+
+void InstanceBus::Activate(const QVariantMap &platformData)
+{
+    const auto instance = platformData.constFind(instanceKey);
+    if (instance != platformData.cend() && instance->toString() != m_instance) {
+        sendErrorReply(QStringLiteral("dev.tolvane.Wrenfold.Error.OtherInstance"),
+                       QStringLiteral("This program runs with other preferences"));
+        return;
+    }
+    // Where Qt looks for the token when a window asks to be activated.
+    if (const QString token = platformData.value(activationTokenKey).toString(); !token.isEmpty())
+        qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
+    m_show();
+}
+
+void InstanceBus::Open(const QStringList & /*uris*/, const QVariantMap &platformData)
+{
+    Activate(platformData);
+}
+
+void InstanceBus::ActivateAction(const QString &action, const QVariantList & /*parameter*/,
+                                 const QVariantMap & /*platformData*/)
+{
+    sendErrorReply(QDBusError::InvalidArgs, QStringLiteral("There is no action %1").arg(action));
+}
+
+} // namespace wrenfold

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusContext>
+#include <QObject>
+#include <QString>
+#include <QVariant>
+
+#include <chrono>
+#include <functional>
+#include <future>
+#include <optional>
+#include <thread>
+
+namespace wrenfold {
+
+/// The program's name on the session bus, over which desktops and further starts ask the running program to
+/// show its panel. The connection is its own and made on a thread of its own, so that a bus that hangs holds
+/// up nobody.
+class InstanceBus : public QObject, protected QDBusContext
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
+
+public:
+    /// `instance` goes with each ask of ours; a running program that was given another one refuses it.
+    explicit InstanceBus(QString instance);
+    ~InstanceBus() override;
+
+    /// Asks the running program, handing on the activation token that this start was given; true when it
+    /// answered within `patience`. Blocks no longer than that.
+    [[nodiscard]] bool ask(std::chrono::milliseconds patience);
+
+    /// Calls `show` on the main thread for each ask, until this object goes. Returns at once and never waits
+    /// on the bus. If there is no bus, or another program holds the name, nothing comes.
+    void listen(std::function<void()> show);
+
+public Q_SLOTS:
+    // Named by the interface they serve.
+    Q_SCRIPTABLE void Activate(const QVariantMap &platformData);
+    Q_SCRIPTABLE void Open(const QStringList &uris, const QVariantMap &platformData);
+    Q_SCRIPTABLE void ActivateAction(const QString &action, const QVariantList &parameter,
+                                     const QVariantMap &platformData);
+
+private:
+    void connectOnThread(std::function<void(const QDBusConnection &)> done);
+    void serve(const QDBusConnection &connection);
+
+    const QString m_instance;
+    const QString m_connectionName;
+    std::function<void()> m_show;
+    std::future<QDBusConnection> m_connecting;   ///< Valid from the first ask until it is made.
+    std::optional<QDBusConnection> m_connection; ///< Empty until it is made.
+    std::jthread m_thread;
+};
+
+} // namespace wrenfold

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/file_preferences.h"
+#include "platform/linux/linux_single_instance.h"
+#include "platform/linux/x11_panel_window.h"
+#include "platform/none/no_panel_window.h"
+#include "platform/platform.h"
+#include "platform/system_clock.h"
+
+#include <QGuiApplication>
+
+namespace wrenfold {
+namespace {
+
+std::unique_ptr<PanelWindow> makePanelWindow()
+{
+    if (QGuiApplication::platformName() == QLatin1String("xcb"))
+        return std::make_unique<X11PanelWindow>();
+    return std::make_unique<NoPanelWindow>();
+}
+
+} // namespace
+
+Platform makePlatform()
+{
+    const QString folder = FilePreferences::defaultFolder();
+    Platform platform;
+    platform.clock = std::make_unique<SystemClock>();
+    platform.preferences = std::make_unique<FilePreferences>(folder, *platform.clock);
+    platform.singleInstance = std::make_unique<LinuxSingleInstance>(folder);
+    platform.panelWindow = makePanelWindow();
+    return platform;
+}
+
+} // namespace wrenfold

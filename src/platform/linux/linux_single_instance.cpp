@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/linux_single_instance.h"
+
+#include <QCryptographicHash>
+#include <QDeadlineTimer>
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <thread>
+#include <utility>
+
+namespace wrenfold {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// The same for every way of writing the path to a folder, and short, for it goes into a socket's name.
+QString instanceName(const QString &folder)
+{
+    const QByteArray path = QFile::encodeName(QFileInfo(folder).canonicalFilePath());
+    return QString::fromLatin1(QCryptographicHash::hash(path, QCryptographicHash::Sha256).toHex().first(16));
+}
+
+} // namespace
+
+LinuxSingleInstance::LinuxSingleInstance(QString folder, std::chrono::milliseconds patience)
+    : m_folder(std::move(folder))
+    , m_patience(patience)
+    , m_lock(m_folder)
+{
+}
+
+SingleInstance::Claim LinuxSingleInstance::claim()
+{
+    return m_lock.take();
+}
+
+bool LinuxSingleInstance::showRunning()
+{
+    constexpr std::chrono::milliseconds oneAsk = 1s;
+    constexpr auto pause = 100ms;
+
+    const QString instance = instanceName(m_folder);
+    const InstanceSocket socket(instance);
+    InstanceBus bus(instance);
+    const QDeadlineTimer deadline(m_patience);
+    const auto patience = [&] {
+        return std::min(oneAsk, std::chrono::milliseconds(deadline.remainingTime()));
+    };
+    while (!deadline.hasExpired()) {
+        // The bus first, because it takes the activation token along.
+        if (bus.ask(patience()) || socket.ask(patience()))
+            return true;
+        std::this_thread::sleep_for(pause); // UNAVOIDABLE: what has not begun to listen cannot be waited for
+    }
+    return false;
+}
+
+void LinuxSingleInstance::listen(std::function<void()> showPanel)
+{
+    if (!m_lock.isHeld())
+        return;
+    const QString instance = instanceName(m_folder);
+    m_socket.emplace(instance);
+    m_socket->listen(showPanel);
+    m_bus.emplace(instance);
+    m_bus->listen(std::move(showPanel));
+}
+
+} // namespace wrenfold

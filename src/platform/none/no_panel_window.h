@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/panel_window.h"
+
+namespace wrenfold {
+
+/// For a desktop that grants a window none of the panel's wishes. The flags still utter them.
+class NoPanelWindow : public PanelWindow
+{
+public:
+    [[nodiscard]] Availability availability() const override
+    {
+        return {Availability::Level::NotAvailable,
+                QStringLiteral("This desktop does not let a program keep its window above others.")};
+    }
+    [[nodiscard]] Qt::WindowFlags flags() const override
+    {
+        return Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
+    }
+    [[nodiscard]] bool isTranslucencyAvailable() const override { return false; }
+    void joinAllWorkspaces(QWindow & /*window*/) override {}
+};
+
+} // namespace wrenfold

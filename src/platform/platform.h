@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/clock.h"
+#include "platform/panel_window.h"
+#include "platform/preferences.h"
+#include "platform/single_instance.h"
+
+#include <memory>
+
+namespace wrenfold {
+
+/// Everything that the program asks of the desktop it runs on, chosen once at start. Only the entry and the
+/// application delegate see it whole; everybody else is handed the one ability needed.
+struct Platform
+{
+    std::unique_ptr<Clock> clock;
+    std::unique_ptr<Preferences> preferences;
+    std::unique_ptr<SingleInstance> singleInstance;
+    std::unique_ptr<PanelWindow> panelWindow;
+};
+
+/// The platform of this session. Needs the application object, from which it learns the window system.
+[[nodiscard]] Platform makePlatform();
+
+} // namespace wrenfold

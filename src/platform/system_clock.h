@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/clock.h"
+
+namespace wrenfold {
+
+/// The computer's clock. Calls are made by the event loop. Delays reach up to 24 days, and the time for which
+/// the computer sleeps does not count towards them.
+class SystemClock final : public Clock
+{
+public:
+    [[nodiscard]] QDateTime now() const override;
+    [[nodiscard]] std::unique_ptr<ScheduledCall> after(std::chrono::milliseconds delay,
+                                                       std::function<void()> call) override;
+};
+
+} // namespace wrenfold

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#include "shell/app_delegate.h"
+
+#include <QApplication>
+
+namespace wrenfold {
+
+AppDelegate::AppDelegate(Platform &platform)
+    : m_platform(platform)
+    , m_store(*platform.preferences, *platform.clock, {.loadSavedState = true})
+    , m_appMenu({
+          .hidePanel = [this] { m_panelController.hide(); },
+          .undo = [this] { m_store.undo(); },
+          .redo = [this] { m_store.redo(); },
+          .quit = [] { QApplication::quit(); },
+          .canUndo = [this] { return m_store.canUndo.value(); },
+          .canRedo = [this] { return m_store.canRedo.value(); },
+      })
+    , m_panelController(m_store, *platform.clock, *platform.panelWindow,
+                        {.showAppMenu = [this](const QPoint &position) { m_appMenu.popup(position); }})
+{
+    m_appMenu.addTo(m_panelController.panel());
+}
+
+AppDelegate::~AppDelegate()
+{
+    // One more try for what the disk refused.
+    if (m_store.hasUnsavedChanges())
+        m_store.save();
+}
+
+void AppDelegate::applicationDidFinishLaunching()
+{
+    showPanel();
+    m_platform.singleInstance->listen([this] { showPanel(); });
+}
+
+void AppDelegate::showPanel()
+{
+    m_panelController.showAndPin();
+}
+
+} // namespace wrenfold

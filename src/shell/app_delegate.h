@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "model/focus_store.h"
+#include "platform/platform.h"
+#include "shell/app_menu.h"
+#include "shell/panel_controller.h"
+
+namespace wrenfold {
+
+/// Owns everything that lives as long as the program, in the order of construction; reading it is reading the
+/// start-up.
+class AppDelegate
+{
+public:
+    explicit AppDelegate(Platform &platform); ///< `platform` must outlive the delegate.
+    ~AppDelegate();
+
+    /// To be called once, when the application is ready to show windows.
+    void applicationDidFinishLaunching();
+
+private:
+    void showPanel();
+
+    Platform &m_platform;
+    FocusStore m_store;
+    AppMenu m_appMenu;
+    PanelController m_panelController;
+};
+
+} // namespace wrenfold

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QWidget>
+
+namespace wrenfold {
+
+class PanelWindow;
+
+/// The floating panel's window: frameless, 344 x 500, put away but never closed.
+class FocusPanel : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// `ability` must outlive the panel.
+    explicit FocusPanel(PanelWindow &ability);
+
+    /// Fills the panel; takes ownership.
+    void setContent(QWidget *content);
+
+    /// Whether the desktop shows what is behind a window's transparent parts. Otherwise the corners are cut
+    /// off.
+    [[nodiscard]] bool isTranslucent() const { return testAttribute(Qt::WA_TranslucentBackground); }
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+
+private:
+    PanelWindow &m_ability;
+    QWidget *m_content = nullptr;
+};
+
+} // namespace wrenfold

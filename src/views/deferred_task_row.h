@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "views/panel_row_widget.h"
+
+#include <functional>
+
+class QMenu;
+
+namespace wrenfold {
+
+class CheckCircle;
+class IconButton;
+class TextLabel;
+
+/// A deferred task: its quadrant's mark, title, and how many subtasks wait with it.
+///
+/// Keys: Return restore, Space done, Delete delete, Menu all of them and the quadrants.
+class DeferredTaskRow : public PanelRowWidget
+{
+    Q_OBJECT
+
+public:
+    struct Actions
+    {
+        std::function<void(const TaskItem &)> restore;
+        std::function<void(const TaskItem &, TaskQuadrant)> setQuadrant;
+        std::function<void(const TaskItem &)> toggleDone;
+        std::function<void(const TaskItem &)> deleteTask;
+    };
+
+    DeferredTaskRow(const Actions &actions, QWidget *parent);
+
+protected:
+    void rowChanged(const PanelRow &previous) override;
+    void engagementChanged() override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void makeActionButtons();
+    void placeChildren();
+    void showQuadrantMenu();
+
+    Actions m_actions;
+    CheckCircle *m_check;
+    TextLabel *m_title;
+    TextLabel *m_subtasks;
+    // Made when the row is first pointed at or focused.
+    IconButton *m_restore = nullptr;
+    IconButton *m_quadrant = nullptr;
+    IconButton *m_delete = nullptr;
+};
+
+} // namespace wrenfold

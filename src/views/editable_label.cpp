@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: MIT
+#include "views/editable_label.h"
+
+#include "look/text_field.h"
+
+#include <QFocusEvent>
+#include <QKeyEvent>
+
+namespace wrenfold {
+
+EditableLabel::EditableLabel(const QString &fieldName, QWidget *parent)
+    : QWidget(parent)
+    , m_fieldName(fieldName)
+    , m_label(new TextLabel({}, this))
+{
+    connect(m_label, &TextLabel::clicked, this, &EditableLabel::clicked);
+}
+
+void EditableLabel::setText(const QString &text)
+{
+    m_label->setText(text);
+}
+
+bool EditableLabel::isEditing() const
+{
+    return m_field && m_field->isVisibleTo(this);
+}
+
+void EditableLabel::beginEditing()
+{
+    if (!m_field) {
+        m_field = new TextField(m_fieldName, this);
+        m_field->setFont(m_label->font());
+        m_field->installEventFilter(this);
+        connect(m_field, &QLineEdit::returnPressed, this, [this] { closeByKey(true); });
+    }
+    m_field->setGeometry(rect());
+    m_field->setCommittedText(m_label->text());
+    m_field->selectAll();
+    m_label->hide();
+    m_field->show();
+    m_field->setFocus(Qt::OtherFocusReason);
+}
+
+void EditableLabel::endEditing(bool isCommitted)
+{
+    if (!isEditing())
+        return;
+    const QString text = m_field->text();
+    // Hidden before anybody is told: hiding takes the focus away, which would end the editing once more.
+    m_label->show();
+    m_field->hide();
+    if (isCommitted && text != m_label->text())
+        Q_EMIT edited(text);
+}
+
+void EditableLabel::closeByKey(bool isCommitted)
+{
+    endEditing(isCommitted);
+    Q_EMIT closedByKey();
+}
+
+bool EditableLabel::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_field && event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape) {
+        closeByKey(false);
+        return true;
+    }
+    if (watched == m_field && event->type() == QEvent::FocusOut) {
+        const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
+        // A menu of the field's own, or another window in front, is no end of editing.
+        if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason)
+            endEditing(true);
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+QSize EditableLabel::sizeHint() const
+{
+    return m_label->sizeHint();
+}
+
+int EditableLabel::heightForWidth(int width) const
+{
+    return m_label->heightForWidth(width);
+}
+
+void EditableLabel::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    m_label->setGeometry(rect());
+    if (m_field)
+        m_field->setGeometry(rect());
+}
+
+} // namespace wrenfold

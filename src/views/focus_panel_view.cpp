@@ -1,0 +1,262 @@
+// SPDX-License-Identifier: MIT
+#include "views/focus_panel_view.h"
+
+#include "look/painting.h"
+#include "model/focus_store.h"
+#include "views/completed_row.h"
+#include "views/deferred_task_row.h"
+#include "views/empty_state_row.h"
+#include "views/now_card.h"
+#include "views/panel_header.h"
+#include "views/row_list_view.h"
+#include "views/section_header_row.h"
+#include "views/status_line.h"
+#include "views/subtask_composer_row.h"
+#include "views/task_row.h"
+#include "views/todo_composer.h"
+
+#include <QContextMenuEvent>
+#include <QPainter>
+#include <QTimeZone>
+
+namespace wrenfold {
+
+FocusPanelView::FocusPanelView(FocusStore &store, Clock &clock, const Actions &actions, QWidget *parent)
+    : QWidget(parent)
+    , m_store(store)
+    , m_clock(clock)
+    , m_actions(actions)
+{
+    // Takes the focus itself, so that at first no field has the caret and a click beside a field ends its
+    // editing.
+    setFocusPolicy(Qt::StrongFocus);
+    m_header =
+        new PanelHeader({[this] { m_store.undo(); }, [this] { m_store.redo(); }, m_actions.hide}, this);
+    m_nowCard = new NowCard({[this](const TaskItem &task) { m_store.toggleDone(task); },
+                             [this](const TaskItem &task) { m_store.beginAddSubtask(task); },
+                             [this](const TaskItem &task) { m_store.deleteTask(task); },
+                             [this](const QString &goal) { m_store.mediumGoal.set(goal.trimmed()); },
+                             [this] { m_store.requestTodoInput(); }},
+                            this);
+    m_composer = new TodoComposer(this);
+    m_list =
+        new RowListView([this](PanelRow::Kind kind, QWidget *owner) { return makeRow(kind, owner); }, this);
+    m_statusLine = new StatusLine([this] { m_store.undo(); }, this);
+
+    connect(m_composer, &TodoComposer::submitted, this, &FocusPanelView::addDraft);
+    connect(m_nowCard, &NowCard::heightChanged, this, &FocusPanelView::placeChildren);
+    setTabOrder();
+    subscribe();
+    updateRows();
+    followMidnight();
+}
+
+void FocusPanelView::setTabOrder()
+{
+    // From the panel itself the first stop is where typing is wanted most.
+    QWidget::setTabOrder(this, m_composer);
+    QWidget::setTabOrder(m_composer, m_list);
+    QWidget::setTabOrder(m_list, m_statusLine);
+    QWidget::setTabOrder(m_statusLine, m_nowCard);
+    QWidget::setTabOrder(m_nowCard, m_header);
+}
+
+void FocusPanelView::subscribe()
+{
+    const auto rows = [this](const auto &) { scheduleRowsUpdate(); };
+    const auto nowCard = [this](const auto &) { updateNowCard(); };
+    const auto statusLine = [this](const auto &) { updateStatusLine(); };
+    const auto count = [this](const auto &) { updateCompletedToday(); };
+
+    m_subscriptions.push_back(m_store.tasks.onChange(rows));
+    m_subscriptions.push_back(m_store.activeTaskID.onChange(rows));
+    m_subscriptions.push_back(m_store.subtaskComposerParentID.onChange(rows));
+    m_subscriptions.push_back(m_store.isDeferredSectionExpanded.onChange(rows));
+    m_subscriptions.push_back(m_store.isCompletedSectionExpanded.onChange(rows));
+    m_subscriptions.push_back(m_store.tasks.onChange(nowCard));
+    m_subscriptions.push_back(m_store.activeTaskID.watch(nowCard));
+    m_subscriptions.push_back(
+        m_store.mediumGoal.watch([this](const QString &goal) { m_nowCard->setGoal(goal); }));
+    m_subscriptions.push_back(m_store.sortStatus.watch(statusLine));
+    m_subscriptions.push_back(m_store.pendingUndo.onChange(statusLine));
+    m_subscriptions.push_back(m_store.canUndo.watch([this](bool canUndo) { m_header->setCanUndo(canUndo); }));
+    m_subscriptions.push_back(m_store.canRedo.watch([this](bool canRedo) { m_header->setCanRedo(canRedo); }));
+    m_subscriptions.push_back(m_store.tasks.watch(count));
+    m_subscriptions.push_back(m_store.composerFocusToken.onChange([this](int) {
+        m_actions.focusInput();
+        m_composer->focusInput();
+    }));
+}
+
+void FocusPanelView::setRoundedByPainting(bool isRounded)
+{
+    m_isRoundedByPainting = isRounded;
+    update();
+}
+
+void FocusPanelView::addDraft(const QString &draft, bool makeActive)
+{
+    m_store.addTask(draft, makeActive);
+}
+
+PanelRowWidget *FocusPanelView::makeRow(PanelRow::Kind kind, QWidget *parent)
+{
+    const auto toggleDone = [this](const TaskItem &task) { m_store.toggleDone(task); };
+    const auto deleteTask = [this](const TaskItem &task) { m_store.deleteTask(task); };
+    switch (kind) {
+    case PanelRow::Kind::Task:
+        return new TaskRow(
+            {toggleDone, [this](const TaskItem &task) { m_store.setActive(task); },
+             [this](const TaskItem &task) { m_store.toggleExpanded(task); },
+             [this](const TaskItem &task, const QString &title) { m_store.updateTaskTitle(task, title); },
+             [this](const TaskItem &task) { m_store.beginAddSubtask(task); },
+             [this](const TaskItem &task, TaskQuadrant quadrant) { m_store.deferTask(task, quadrant); },
+             deleteTask},
+            parent);
+    case PanelRow::Kind::SubtaskComposer: {
+        const auto focusParent = [this](const TaskItem &task) {
+            m_list->focusRow({PanelRow::Kind::Task, task.id}, Qt::TabFocusReason);
+        };
+        return new SubtaskComposerRow({[this, focusParent](const TaskItem &task, const QString &title) {
+                                           focusParent(task);
+                                           m_store.addTask(title, false, task.id);
+                                       },
+                                       [this, focusParent](const TaskItem &task) {
+                                           focusParent(task);
+                                           m_store.endAddSubtask();
+                                       }},
+                                      parent);
+    }
+    case PanelRow::Kind::DeferredTask:
+        return new DeferredTaskRow(
+            {[this](const TaskItem &task) { m_store.restoreDeferredTask(task); },
+             [this](const TaskItem &task, TaskQuadrant quadrant) { m_store.setQuadrant(quadrant, task); },
+             toggleDone, deleteTask},
+            parent);
+    case PanelRow::Kind::CompletedTask:
+        return new CompletedRow({toggleDone, deleteTask}, parent);
+    case PanelRow::Kind::EmptyState:
+        return new EmptyStateRow(parent);
+    case PanelRow::Kind::TodoHeader:
+    case PanelRow::Kind::DeferredHeader:
+    case PanelRow::Kind::CompletedHeader:
+        break;
+    }
+    return new SectionHeaderRow(
+        {[this](PanelRow::Kind header) { toggleSection(header); }, [this] { m_store.clearCompleted(); }},
+        parent);
+}
+
+void FocusPanelView::toggleSection(PanelRow::Kind header)
+{
+    Setting<bool> &isExpanded = header == PanelRow::Kind::DeferredHeader ? m_store.isDeferredSectionExpanded
+                                                                         : m_store.isCompletedSectionExpanded;
+    isExpanded.set(!isExpanded.value());
+}
+
+void FocusPanelView::scheduleRowsUpdate()
+{
+    if (m_isRowsUpdateScheduled)
+        return;
+    m_isRowsUpdateScheduled = true;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_isRowsUpdateScheduled = false;
+            updateRows();
+        },
+        Qt::QueuedConnection);
+}
+
+void FocusPanelView::updateRows()
+{
+    const std::optional<QUuid> composerParentID = m_store.subtaskComposerParentID.value();
+    const QList<PanelRow> rows =
+        panelRows({m_store.tasks.value(), m_store.activeTaskID.value(), composerParentID,
+                   m_store.isDeferredSectionExpanded.value(), m_store.isCompletedSectionExpanded.value()});
+    m_list->setRows(rows);
+    if (composerParentID == m_shownComposerParentID && !composerParentID)
+        return;
+
+    const PanelRow::Identity composer = {PanelRow::Kind::SubtaskComposer, composerParentID.value_or(QUuid())};
+    const bool isShown = composerParentID && m_list->reveal(composer);
+    if (isShown && composerParentID != m_shownComposerParentID)
+        m_list->focusRow(composer, Qt::TabFocusReason);
+    m_shownComposerParentID = isShown ? composerParentID : std::nullopt;
+    // Its task is no longer among the open ones: what is typed elsewhere must not go there.
+    if (composerParentID && !isShown)
+        m_store.endAddSubtask();
+}
+
+void FocusPanelView::updateNowCard()
+{
+    m_nowCard->setTask(m_store.activeTask());
+}
+
+void FocusPanelView::updateStatusLine()
+{
+    m_statusLine->setStatus(m_store.sortStatus.value(), m_store.pendingUndo.value().has_value());
+}
+
+void FocusPanelView::updateCompletedToday()
+{
+    m_header->setCompletedTodayCount(m_store.completedTodayCount());
+}
+
+void FocusPanelView::followMidnight()
+{
+    const QDateTime now = m_clock.now();
+    const QDateTime midnight = now.date().addDays(1).startOfDay(now.timeZone());
+    m_midnightCall = m_clock.after(std::chrono::milliseconds(now.msecsTo(midnight)), [this] {
+        updateCompletedToday();
+        followMidnight();
+    });
+}
+
+void FocusPanelView::contextMenuEvent(QContextMenuEvent *event)
+{
+    m_actions.showAppMenu(event->globalPos());
+}
+
+void FocusPanelView::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    // A timer does not count the time that the machine sleeps, so midnight may have passed unnoticed.
+    updateCompletedToday();
+    followMidnight();
+}
+
+void FocusPanelView::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    placeChildren();
+}
+
+void FocusPanelView::placeChildren()
+{
+    const int left = Metrics::panelPadding;
+    const int contentWidth = Metrics::panelWidth - 2 * Metrics::panelPadding;
+    int top = 0;
+    m_header->setGeometry(left, top, contentWidth, m_header->height());
+    top += m_header->height() + Metrics::sectionSpacing;
+    m_nowCard->setGeometry(left, top, contentWidth, m_nowCard->heightForWidth(contentWidth));
+    top += m_nowCard->height() + Metrics::sectionSpacing;
+    m_composer->setGeometry(left, top, contentWidth, m_composer->height());
+    top += m_composer->height() + Metrics::sectionSpacing;
+    const int bottom = height() - Metrics::statusHeight;
+    m_statusLine->setGeometry(left, bottom, contentWidth, Metrics::statusHeight);
+    m_list->setGeometry(left - Metrics::listMargin, top, contentWidth + 2 * Metrics::listMargin,
+                        bottom - top);
+}
+
+void FocusPanelView::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    const QColor background = Theme::current().background;
+    if (m_isRoundedByPainting)
+        Painting::roundedCard(painter, rect(), Metrics::panelRadius, {background, {}, {}});
+    else
+        painter.fillRect(rect(), background);
+}
+
+} // namespace wrenfold

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "model/published.h"
+#include "platform/clock.h"
+#include "views/panel_rows.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace wrenfold {
+
+class FocusStore;
+class NowCard;
+class PanelHeader;
+class PanelRowWidget;
+class RowListView;
+class StatusLine;
+class TodoComposer;
+
+/// The content of the floating panel. Holds no task data: it shows the store's published state and calls its
+/// operations.
+class FocusPanelView : public QWidget
+{
+    Q_OBJECT
+
+public:
+    struct Actions
+    {
+        std::function<void()> hide;       ///< Puts the panel away.
+        std::function<void()> focusInput; ///< Brings the panel to the front with the keyboard focus.
+        std::function<void(const QPoint &)> showAppMenu; ///< At a point of the screen.
+    };
+
+    /// The store and the clock must outlive the view.
+    FocusPanelView(FocusStore &store, Clock &clock, const Actions &actions, QWidget *parent = nullptr);
+
+    /// Whether the corners outside the rounded background are left empty, for a window that can be seen
+    /// through.
+    void setRoundedByPainting(bool isRounded);
+
+protected:
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+
+private:
+    void addDraft(const QString &draft, bool makeActive);
+    PanelRowWidget *makeRow(PanelRow::Kind kind, QWidget *parent);
+    void toggleSection(PanelRow::Kind header);
+    void subscribe();
+    void placeChildren();
+    void setTabOrder();
+
+    /// Any number of changes in one turn of the event loop makes the rows anew once.
+    void scheduleRowsUpdate();
+    void updateRows();
+    void updateNowCard();
+    void updateStatusLine();
+    void updateCompletedToday();
+    void followMidnight();
+
+    FocusStore &m_store;
+    Clock &m_clock;
+    Actions m_actions;
+    PanelHeader *m_header;
+    NowCard *m_nowCard;
+    TodoComposer *m_composer;
+    RowListView *m_list;
+    StatusLine *m_statusLine;
+    bool m_isRoundedByPainting = false;
+    bool m_isRowsUpdateScheduled = false;
+    std::optional<QUuid> m_shownComposerParentID;
+    std::unique_ptr<ScheduledCall> m_midnightCall;
+    std::vector<Subscription> m_subscriptions;
+};
+
+} // namespace wrenfold

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+#include "views/panel_row_widget.h"
+
+#include "look/painting.h"
+#include "look/theme.h"
+
+#include <QFocusEvent>
+#include <QPainter>
+
+#include <utility>
+
+namespace wrenfold {
+
+PanelRowWidget::PanelRowWidget(QWidget *parent)
+    : QWidget(parent)
+{
+    // Rows are reached with the arrow keys; the list as a whole is one stop of the Tab key.
+    setFocusPolicy(Qt::ClickFocus);
+    setAttribute(Qt::WA_Hover);
+}
+
+void PanelRowWidget::setRow(const PanelRow &row)
+{
+    if (row == m_row)
+        return;
+    const PanelRow previous = std::exchange(m_row, row);
+    rowChanged(previous);
+    update();
+}
+
+int PanelRowWidget::placeCheck(QWidget *check, int left)
+{
+    constexpr int margin = (Metrics::checkHitSize - Metrics::checkSize) / 2;
+    check->setGeometry(left - margin, (height() - Metrics::checkHitSize) / 2, Metrics::checkHitSize,
+                       Metrics::checkHitSize);
+    return left + Metrics::checkSize + Metrics::rowSpacing;
+}
+
+int PanelRowWidget::placeTrailing(std::initializer_list<QWidget *> buttons)
+{
+    constexpr int size = Metrics::iconButtonSize;
+    int left = width() - Metrics::rowRightPadding;
+    for (QWidget *button : buttons) {
+        if (!button || button->isHidden())
+            continue;
+        left -= size;
+        button->setGeometry(left, (height() - size) / 2, size, size);
+    }
+    return left;
+}
+
+void PanelRowWidget::enterEvent(QEnterEvent *event)
+{
+    QWidget::enterEvent(event);
+    m_isHovered = true;
+    engagementChanged();
+    update();
+}
+
+void PanelRowWidget::leaveEvent(QEvent *event)
+{
+    QWidget::leaveEvent(event);
+    m_isHovered = false;
+    engagementChanged();
+    update();
+}
+
+void PanelRowWidget::focusInEvent(QFocusEvent *event)
+{
+    QWidget::focusInEvent(event);
+    m_keyboardFocus.arrived(event->reason());
+    engagementChanged();
+    update();
+}
+
+void PanelRowWidget::focusOutEvent(QFocusEvent *event)
+{
+    QWidget::focusOutEvent(event);
+    engagementChanged();
+    update();
+}
+
+void PanelRowWidget::mousePressEvent(QMouseEvent *)
+{
+    // Taken here, so that a press on a row is not one on what lies behind it.
+}
+
+void PanelRowWidget::paintEvent(QPaintEvent *)
+{
+    if (!m_row.takesFocus())
+        return;
+    const Theme &theme = Theme::current();
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    if (m_row.isActive)
+        painter.setBrush(theme.accentSoft);
+    else if (isEngaged())
+        painter.setBrush(theme.hover);
+    painter.drawRoundedRect(rect(), Metrics::rowRadius, Metrics::rowRadius);
+    if (hasFocus() && m_keyboardFocus.isShown())
+        Painting::focusRing(painter, rect(), Metrics::rowRadius);
+}
+
+} // namespace wrenfold

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "look/keyboard_focus.h"
+#include "views/panel_rows.h"
+
+#include <QWidget>
+
+#include <initializer_list>
+
+namespace wrenfold {
+
+/// Base of the widgets that show one row of the panel's list. A widget is handed another row of its kind when
+/// the list scrolls or changes.
+///
+/// It paints the row's background (hovered, active, focused by keyboard) where the row takes the focus; what
+/// Space, Return, Delete and the like do there is the subclass's.
+class PanelRowWidget : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit PanelRowWidget(QWidget *parent);
+
+    [[nodiscard]] const PanelRow &row() const { return m_row; }
+    void setRow(const PanelRow &row);
+
+protected:
+    /// The row was replaced; `previous` is what was shown before.
+    virtual void rowChanged(const PanelRow &previous) = 0;
+    /// The pointer entered or left, or the keyboard focus came or went.
+    virtual void engagementChanged() {}
+
+    /// Pointed at or focused: then the row's actions are shown.
+    [[nodiscard]] bool isEngaged() const { return m_isHovered || hasFocus(); }
+
+    /// Puts a circle of checkSize, as large as can be hit, at `left` in the row's middle; the place behind it
+    /// is returned.
+    int placeCheck(QWidget *check, int left);
+    /// Puts the visible ones of the buttons (null: not made yet) at the row's right end, the first outermost;
+    /// their left edge is returned.
+    int placeTrailing(std::initializer_list<QWidget *> buttons);
+
+    void enterEvent(QEnterEvent *event) override;
+    void leaveEvent(QEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    PanelRow m_row;
+    bool m_isHovered = false;
+    KeyboardFocus m_keyboardFocus;
+};
+
+} // namespace wrenfold

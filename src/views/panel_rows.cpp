@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: MIT
+#include "views/panel_rows.h"
+
+#include "look/theme.h"
+
+#include <QHash>
+
+namespace wrenfold {
+
+namespace {
+
+/// Collects the rows in one walk over the list, so that ten thousand tasks stay a matter of a few
+/// milliseconds.
+class PanelRowsBuilder
+{
+public:
+    explicit PanelRowsBuilder(const PanelRowsInput &input)
+        : m_input(input)
+    {
+        for (const TaskItem &task : input.tasks) {
+            if (task.parentID)
+                m_children[*task.parentID].append(&task);
+            else if (task.isDeferred)
+                m_deferredParents.insert(task.id, true);
+            m_openCount += task.isOpen() ? 1 : 0;
+        }
+    }
+
+    QList<PanelRow> build()
+    {
+        m_rows.reserve(m_input.tasks.size() + 4);
+        addOpenSection();
+        addDeferredSection();
+        addCompletedSection();
+        return std::move(m_rows);
+    }
+
+private:
+    void addOpenSection()
+    {
+        PanelRow header = row(PanelRow::Kind::TodoHeader);
+        header.count = m_openCount;
+        m_rows.append(header);
+        const qsizetype before = m_rows.size();
+        for (const TaskItem &task : m_input.tasks) {
+            if (task.isTopLevel() && task.isOpen())
+                addOpenTask(task);
+        }
+        if (m_rows.size() == before)
+            addEmptyState();
+    }
+
+    void addOpenTask(const TaskItem &task)
+    {
+        const QList<const TaskItem *> children = m_children.value(task.id);
+        PanelRow parent = taskRow(PanelRow::Kind::Task, task);
+        parent.childCount = int(children.size());
+        parent.isExpanded = task.isExpanded && !children.isEmpty();
+        m_rows.append(parent);
+        if (parent.isExpanded) {
+            for (qsizetype i = 0; i < children.size(); ++i) {
+                if (children[i]->isDeferred)
+                    continue;
+                PanelRow child = taskRow(PanelRow::Kind::Task, *children[i]);
+                child.isSubtask = true;
+                child.subtaskNumber = int(i) + 1;
+                child.subtaskTotal = int(children.size());
+                m_rows.append(child);
+            }
+        }
+        if (m_input.subtaskComposerParentID == task.id)
+            m_rows.append(taskRow(PanelRow::Kind::SubtaskComposer, task));
+    }
+
+    void addEmptyState()
+    {
+        PanelRow empty = row(PanelRow::Kind::EmptyState);
+        const bool isAnyDeferred = !deferredTasks().isEmpty();
+        empty.title = m_input.tasks.isEmpty() ? QStringLiteral("TODOはまだありません")
+                                              : QStringLiteral("今やるTODOはありません");
+        empty.hint = isAnyDeferred ? QStringLiteral("下の「あとでやる」からTODOへ戻せます")
+                                   : QStringLiteral("上の入力欄からTODOを追加できます");
+        m_rows.append(empty);
+    }
+
+    void addDeferredSection()
+    {
+        const QList<const TaskItem *> deferred = deferredTasks();
+        addSection(PanelRow::Kind::DeferredHeader, PanelRow::Kind::DeferredTask, deferred,
+                   m_input.isDeferredSectionExpanded);
+    }
+
+    void addCompletedSection()
+    {
+        QList<const TaskItem *> completed;
+        for (const TaskItem &task : m_input.tasks) {
+            if (task.isDone)
+                completed.append(&task);
+        }
+        addSection(PanelRow::Kind::CompletedHeader, PanelRow::Kind::CompletedTask, completed,
+                   m_input.isCompletedSectionExpanded);
+    }
+
+    void addSection(PanelRow::Kind headerKind, PanelRow::Kind rowKind, const QList<const TaskItem *> &tasks,
+                    bool isExpanded)
+    {
+        if (tasks.isEmpty())
+            return;
+        PanelRow header = row(headerKind);
+        header.count = int(tasks.size());
+        header.isExpanded = isExpanded;
+        m_rows.append(header);
+        if (!isExpanded)
+            return;
+        for (const TaskItem *task : tasks) {
+            PanelRow section = taskRow(rowKind, *task);
+            section.childCount = int(m_children.value(task->id).size());
+            m_rows.append(section);
+        }
+    }
+
+    /// The deferred tasks that are not shown with a deferred parent.
+    QList<const TaskItem *> deferredTasks() const
+    {
+        QList<const TaskItem *> result;
+        for (const TaskItem &task : m_input.tasks) {
+            if (task.isDeferred && !task.isDone &&
+                !(task.parentID && m_deferredParents.contains(*task.parentID)))
+                result.append(&task);
+        }
+        return result;
+    }
+
+    PanelRow row(PanelRow::Kind kind) const
+    {
+        PanelRow result;
+        result.kind = kind;
+        return result;
+    }
+
+    PanelRow taskRow(PanelRow::Kind kind, const TaskItem &task) const
+    {
+        PanelRow result = row(kind);
+        result.task = task;
+        result.isActive = kind == PanelRow::Kind::Task && m_input.activeTaskID == task.id;
+        return result;
+    }
+
+    const PanelRowsInput &m_input;
+    QHash<QUuid, QList<const TaskItem *>> m_children;
+    QHash<QUuid, bool> m_deferredParents;
+    int m_openCount = 0;
+    QList<PanelRow> m_rows;
+};
+
+} // namespace
+
+PanelRow::Identity PanelRow::identity() const
+{
+    return {kind, task.id};
+}
+
+size_t qHash(const PanelRow::Identity &identity, size_t seed)
+{
+    return qHashMulti(seed, int(identity.kind), identity.taskID);
+}
+
+int PanelRow::height() const
+{
+    switch (kind) {
+    case Kind::TodoHeader:
+    case Kind::DeferredHeader:
+    case Kind::CompletedHeader:
+        return Metrics::sectionHeaderHeight;
+    case Kind::EmptyState:
+        return 3 * Metrics::rowHeight;
+    case Kind::Task:
+    case Kind::DeferredTask:
+    case Kind::CompletedTask:
+    case Kind::SubtaskComposer:
+        break;
+    }
+    return isSubtask || kind == Kind::SubtaskComposer ? Metrics::subtaskRowHeight : Metrics::rowHeight;
+}
+
+bool PanelRow::takesFocus() const
+{
+    return kind != Kind::TodoHeader && kind != Kind::EmptyState;
+}
+
+QList<PanelRow> panelRows(const PanelRowsInput &input)
+{
+    return PanelRowsBuilder(input).build();
+}
+
+} // namespace wrenfold

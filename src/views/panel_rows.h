@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "model/task_item.h"
+
+namespace wrenfold {
+
+/// One row of the panel's list: what it shows, nothing of how.
+struct PanelRow
+{
+    enum class Kind {
+        TodoHeader,
+        EmptyState,
+        Task,
+        SubtaskComposer,
+        DeferredHeader,
+        DeferredTask,
+        CompletedHeader,
+        CompletedTask,
+    };
+
+    Kind kind = Kind::Task;
+    TaskItem task;           ///< Of the four task kinds; the parent of a SubtaskComposer.
+    bool isActive = false;   ///< Task: it is NOW.
+    bool isSubtask = false;  ///< Task: shown under its parent.
+    int subtaskNumber = 0;   ///< Task that is a subtask: counted from 1 among the parent's.
+    int subtaskTotal = 0;    ///< Task that is a subtask: how many the parent has.
+    int childCount = 0;      ///< Task, DeferredTask: how many subtasks it has.
+    bool isExpanded = false; ///< Task: subtasks are shown. A header: its section is.
+    int count = 0;           ///< A header: how many its section holds.
+    QString title;           ///< EmptyState.
+    QString hint;            ///< EmptyState.
+
+    /// Two rows of equal identity are the same row in two states.
+    struct Identity
+    {
+        Kind kind;
+        QUuid taskID; ///< Null where there is one row of the kind.
+
+        friend bool operator==(const Identity &, const Identity &) = default;
+    };
+    [[nodiscard]] Identity identity() const;
+
+    [[nodiscard]] int height() const;      ///< In device-independent pixels.
+    [[nodiscard]] bool takesFocus() const; ///< Whether the arrow keys stop here.
+
+    friend bool operator==(const PanelRow &, const PanelRow &) = default;
+};
+
+[[nodiscard]] size_t qHash(const PanelRow::Identity &identity, size_t seed = 0);
+
+/// The part of the state that decides what the list shows.
+struct PanelRowsInput
+{
+    TaskList tasks;
+    std::optional<QUuid> activeTaskID;
+    std::optional<QUuid> subtaskComposerParentID;
+    bool isDeferredSectionExpanded = true;
+    bool isCompletedSectionExpanded = false;
+};
+
+/// The rows from top to bottom: open tasks with their subtasks, deferred tasks, completed tasks. A deferred
+/// task that no deferred parent speaks for has a row of its own among the deferred, so that each can be
+/// restored.
+[[nodiscard]] QList<PanelRow> panelRows(const PanelRowsInput &input);
+
+} // namespace wrenfold

@@ -1,0 +1,235 @@
+// SPDX-License-Identifier: MIT
+#include "views/row_list_view.h"
+
+#include "look/overlay_scroll_bar.h"
+#include "look/theme.h"
+#include "views/panel_row_widget.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QScrollBar>
+
+#include <algorithm>
+
+namespace wrenfold {
+
+RowListView::RowListView(RowFactory factory, QWidget *parent)
+    : QAbstractScrollArea(parent)
+    , m_factory(std::move(factory))
+    , m_tops({0})
+{
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFocusPolicy(Qt::StrongFocus);
+    viewport()->setAutoFillBackground(false);
+    viewport()->setFocusPolicy(Qt::NoFocus);
+    verticalScrollBar()->setSingleStep(Metrics::rowHeight);
+    m_overlayBar = new OverlayScrollBar(verticalScrollBar(), this);
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](QWidget *, QWidget *focused) { noteFocus(focused); });
+}
+
+void RowListView::setRows(const QList<PanelRow> &rows)
+{
+    if (rows == m_rows)
+        return;
+    const qsizetype focusedBefore = focusedIndex();
+
+    m_rows = rows;
+    m_tops.resize(1);
+    m_tops.reserve(rows.size() + 1);
+    for (const PanelRow &row : rows)
+        m_tops.append(m_tops.last() + row.height());
+
+    updateScrollRange();
+    if (focusedBefore >= 0 && indexOf(m_lastFocused) < 0) {
+        qsizetype successor = focusableFrom(std::min(focusedBefore, rows.size() - 1), 1);
+        if (successor < 0)
+            successor = focusableFrom(rows.size() - 1, -1);
+        if (successor >= 0)
+            focusIndex(successor, Qt::TabFocusReason);
+    }
+    placeRows();
+}
+
+PanelRowWidget *RowListView::reveal(const PanelRow::Identity &identity)
+{
+    const qsizetype index = indexOf(identity);
+    if (index < 0)
+        return nullptr;
+    const int scroll = verticalScrollBar()->value();
+    if (m_tops[index] < scroll)
+        verticalScrollBar()->setValue(m_tops[index]);
+    else if (m_tops[index + 1] > scroll + viewport()->height())
+        verticalScrollBar()->setValue(m_tops[index + 1] - viewport()->height());
+    placeRow(index);
+    return m_shown.value(identity);
+}
+
+void RowListView::focusRow(const PanelRow::Identity &identity, Qt::FocusReason reason)
+{
+    if (const qsizetype index = indexOf(identity); index >= 0)
+        focusIndex(index, reason);
+}
+
+void RowListView::focusIndex(qsizetype index, Qt::FocusReason reason)
+{
+    m_lastFocused = m_rows[index].identity();
+    reveal(m_lastFocused)->setFocus(reason);
+}
+
+void RowListView::focusInEvent(QFocusEvent *event)
+{
+    QAbstractScrollArea::focusInEvent(event);
+    qsizetype index = indexOf(m_lastFocused);
+    if (index < 0)
+        index = focusableFrom(rowAt(verticalScrollBar()->value()), 1);
+    if (index >= 0)
+        focusIndex(index, event->reason());
+}
+
+void RowListView::keyPressEvent(QKeyEvent *event)
+{
+    const qsizetype current = focusedIndex();
+    const int page = viewport()->height();
+    qsizetype target = -1;
+    switch (event->key()) {
+    case Qt::Key_Up:
+        target = current < 0 ? focusableFrom(m_rows.size() - 1, -1) : focusableFrom(current - 1, -1);
+        break;
+    case Qt::Key_Down:
+        target = focusableFrom(current + 1, 1);
+        break;
+    case Qt::Key_Home:
+        target = focusableFrom(0, 1);
+        break;
+    case Qt::Key_End:
+        target = focusableFrom(m_rows.size() - 1, -1);
+        break;
+    case Qt::Key_PageUp:
+        target = focusableFrom(rowAt(m_tops[std::max<qsizetype>(current, 0)] - page), 1);
+        break;
+    case Qt::Key_PageDown:
+        target = focusableFrom(rowAt(m_tops[std::max<qsizetype>(current, 0)] + page), -1);
+        break;
+    default:
+        event->ignore();
+        return;
+    }
+    // At either end, what lies before the first row that takes the focus comes into sight too.
+    if (target < 0 && event->key() == Qt::Key_Up)
+        verticalScrollBar()->setValue(0);
+    if (target >= 0)
+        focusIndex(target, Qt::TabFocusReason);
+}
+
+void RowListView::noteFocus(QWidget *focused)
+{
+    for (auto it = m_shown.begin(); focused && it != m_shown.end(); ++it) {
+        if (it.value() == focused || it.value()->isAncestorOf(focused))
+            m_lastFocused = it.key();
+    }
+}
+
+void RowListView::resizeEvent(QResizeEvent *event)
+{
+    QAbstractScrollArea::resizeEvent(event);
+    updateScrollRange();
+    placeRows();
+}
+
+void RowListView::scrollContentsBy(int, int)
+{
+    placeRows();
+}
+
+void RowListView::updateScrollRange()
+{
+    verticalScrollBar()->setPageStep(viewport()->height());
+    verticalScrollBar()->setRange(0, std::max(0, m_tops.last() - viewport()->height()));
+}
+
+void RowListView::placeRows()
+{
+    const int scroll = verticalScrollBar()->value();
+    const qsizetype first = rowAt(scroll);
+    const qsizetype last = rowAt(scroll + viewport()->height() - 1);
+
+    QSet<PanelRow::Identity> wanted;
+    for (qsizetype i = first; i >= 0 && i <= last; ++i)
+        wanted.insert(m_rows[i].identity());
+    // The row that is typed into keeps its widget, wherever it has been scrolled to.
+    if (const qsizetype focused = focusedIndex(); focused >= 0)
+        wanted.insert(m_rows[focused].identity());
+
+    const QList<PanelRow::Identity> shown = m_shown.keys();
+    for (const PanelRow::Identity &identity : shown) {
+        if (!wanted.contains(identity))
+            retire(identity);
+    }
+    for (qsizetype i = first; i >= 0 && i <= last; ++i)
+        placeRow(i);
+    if (const qsizetype focused = focusedIndex(); focused >= 0)
+        placeRow(focused);
+}
+
+void RowListView::placeRow(qsizetype index)
+{
+    const PanelRow &row = m_rows[index];
+    PanelRowWidget *&widget = m_shown[row.identity()];
+    if (!widget)
+        widget = takeWidget(row.kind);
+    widget->setRow(row);
+    widget->setGeometry(0, m_tops[index] - verticalScrollBar()->value(), viewport()->width(), row.height());
+    widget->show();
+}
+
+PanelRowWidget *RowListView::takeWidget(PanelRow::Kind kind)
+{
+    QList<PanelRowWidget *> &spare = m_spare[kind];
+    return spare.isEmpty() ? m_factory(kind, viewport()) : spare.takeLast();
+}
+
+void RowListView::retire(const PanelRow::Identity &identity)
+{
+    PanelRowWidget *widget = m_shown.take(identity);
+    widget->hide();
+    m_spare[identity.kind].append(widget);
+}
+
+qsizetype RowListView::indexOf(const PanelRow::Identity &identity) const
+{
+    const auto found = std::find_if(m_rows.begin(), m_rows.end(),
+                                    [&identity](const PanelRow &row) { return row.identity() == identity; });
+    return found == m_rows.end() ? -1 : found - m_rows.begin();
+}
+
+qsizetype RowListView::rowAt(int y) const
+{
+    const auto behind = std::upper_bound(m_tops.begin(), m_tops.end(), y);
+    return m_rows.isEmpty() ? -1 : std::clamp<qsizetype>(behind - m_tops.begin() - 1, 0, m_rows.size() - 1);
+}
+
+qsizetype RowListView::focusedIndex() const
+{
+    const QWidget *focused = focusWidget();
+    if (!focused || !focused->hasFocus())
+        return -1;
+    for (auto it = m_shown.begin(); it != m_shown.end(); ++it) {
+        if (it.value() == focused || it.value()->isAncestorOf(focused))
+            return indexOf(it.key());
+    }
+    return -1;
+}
+
+qsizetype RowListView::focusableFrom(qsizetype start, qsizetype step) const
+{
+    for (qsizetype i = start; i >= 0 && i < m_rows.size(); i += step) {
+        if (m_rows[i].takesFocus())
+            return i;
+    }
+    return -1;
+}
+
+} // namespace wrenfold

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "views/panel_rows.h"
+
+#include <QAbstractScrollArea>
+#include <QHash>
+
+#include <functional>
+
+namespace wrenfold {
+
+class OverlayScrollBar;
+class PanelRowWidget;
+
+/// The panel's scrolling list. It has widgets for the rows in sight only and hands them on as the list
+/// scrolls and changes; a row that stays in sight keeps its widget, and so its focus and its half-typed text.
+///
+/// One stop of the Tab key; inside, the arrow keys, Home, End, Page Up and Page Down go from row to row. When
+/// the focused row leaves the list, the row that took its place has the focus.
+class RowListView : public QAbstractScrollArea
+{
+    Q_OBJECT
+
+public:
+    /// Makes an empty widget for rows of a kind, as a child of the widget given.
+    using RowFactory = std::function<PanelRowWidget *(PanelRow::Kind, QWidget *)>;
+
+    explicit RowListView(RowFactory factory, QWidget *parent = nullptr);
+
+    void setRows(const QList<PanelRow> &rows);
+
+    /// Scrolls the row into sight and gives its widget, or null when the list does not hold it.
+    PanelRowWidget *reveal(const PanelRow::Identity &identity);
+
+    /// Gives the keyboard focus to the row, if the list holds it.
+    void focusRow(const PanelRow::Identity &identity, Qt::FocusReason reason);
+
+protected:
+    void focusInEvent(QFocusEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void scrollContentsBy(int dx, int dy) override;
+
+private:
+    void updateScrollRange();
+    void placeRows();
+    void placeRow(qsizetype index);
+    PanelRowWidget *takeWidget(PanelRow::Kind kind);
+    void retire(const PanelRow::Identity &identity);
+
+    [[nodiscard]] qsizetype indexOf(const PanelRow::Identity &identity) const;
+    [[nodiscard]] qsizetype rowAt(int y) const; ///< `y` counts from the top of the list.
+    [[nodiscard]] qsizetype focusedIndex() const;
+    /// The first row from `start` on in steps of `step` that takes the focus, or -1.
+    [[nodiscard]] qsizetype focusableFrom(qsizetype start, qsizetype step) const;
+    void focusIndex(qsizetype index, Qt::FocusReason reason);
+
+    void noteFocus(QWidget *focused);
+
+    RowFactory m_factory;
+    OverlayScrollBar *m_overlayBar;
+    QList<PanelRow> m_rows;
+    QList<int> m_tops; ///< Of each row, and of the end, from the top of the list.
+    QHash<PanelRow::Identity, PanelRowWidget *> m_shown;
+    QHash<PanelRow::Kind, QList<PanelRowWidget *>> m_spare;
+    PanelRow::Identity m_lastFocused = {PanelRow::Kind::Task, {}};
+};
+
+} // namespace wrenfold

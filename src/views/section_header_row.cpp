@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+#include "views/section_header_row.h"
+
+#include "look/icon_button.h"
+#include "look/painting.h"
+#include "look/text_label.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+
+namespace wrenfold {
+
+namespace {
+
+QString headerText(const PanelRow &row)
+{
+    switch (row.kind) {
+    case PanelRow::Kind::DeferredHeader:
+        return QStringLiteral("あとでやる %1").arg(row.count);
+    case PanelRow::Kind::CompletedHeader:
+        return (row.isExpanded ? QStringLiteral("完了済みを閉じる %1") : QStringLiteral("完了済みを表示 %1"))
+            .arg(row.count);
+    default:
+        return QStringLiteral("TODO %1").arg(row.count);
+    }
+}
+
+} // namespace
+
+SectionHeaderRow::SectionHeaderRow(const Actions &actions, QWidget *parent)
+    : PanelRowWidget(parent)
+    , m_actions(actions)
+    , m_text(new TextLabel({}, this))
+{
+    m_text->setFont(Fonts::smallStrong());
+    m_text->setColor(&Theme::secondaryInk);
+    m_text->setAttribute(Qt::WA_TransparentForMouseEvents);
+}
+
+void SectionHeaderRow::rowChanged(const PanelRow &)
+{
+    const QString text = headerText(row());
+    setAccessibleName(text);
+    m_text->setText(text);
+    setFocusPolicy(row().takesFocus() ? Qt::ClickFocus : Qt::NoFocus);
+    if (row().kind == PanelRow::Kind::CompletedHeader && !m_clear) {
+        m_clear = new IconButton(QStringLiteral("trash"),
+                                 QStringLiteral("完了済みのタスクをまとめて削除（元に戻せます）"), this);
+        m_clear->setFocusPolicy(Qt::NoFocus);
+        connect(m_clear, &IconButton::clicked, this, [this] { m_actions.clearCompleted(); });
+    }
+}
+
+void SectionHeaderRow::resizeEvent(QResizeEvent *event)
+{
+    PanelRowWidget::resizeEvent(event);
+    const int left = row().takesFocus() ? Metrics::symbolSize + Metrics::sectionHeaderSpacing : 0;
+    int right = width();
+    if (m_clear) {
+        right -= Metrics::iconButtonSize + Metrics::rowRightPadding;
+        m_clear->setGeometry(right, 0, Metrics::iconButtonSize, height());
+    }
+    m_text->setGeometry(Metrics::listMargin + left, 0, right - left - Metrics::listMargin, height());
+}
+
+void SectionHeaderRow::keyPressEvent(QKeyEvent *event)
+{
+    switch (event->key()) {
+    case Qt::Key_Space:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        m_actions.toggleSection(row().kind);
+        return;
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+        if (row().isExpanded == (event->key() == Qt::Key_Left))
+            m_actions.toggleSection(row().kind);
+        return;
+    case Qt::Key_Delete:
+        if (row().kind == PanelRow::Kind::CompletedHeader)
+            m_actions.clearCompleted();
+        return;
+    default:
+        PanelRowWidget::keyPressEvent(event);
+    }
+}
+
+void SectionHeaderRow::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton && row().takesFocus() &&
+        rect().contains(event->position().toPoint()))
+        m_actions.toggleSection(row().kind);
+}
+
+void SectionHeaderRow::paintEvent(QPaintEvent *event)
+{
+    PanelRowWidget::paintEvent(event);
+    if (!row().takesFocus())
+        return;
+    QPainter painter(this);
+    const QRectF lead(Metrics::listMargin, 0, Metrics::symbolSize, height());
+    Painting::symbol(painter, lead,
+                     row().isExpanded ? QStringLiteral("chevron.down") : QStringLiteral("chevron.right"),
+                     Theme::current().secondaryInk);
+}
+
+} // namespace wrenfold

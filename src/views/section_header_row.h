@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "views/panel_row_widget.h"
+
+#include <functional>
+
+namespace wrenfold {
+
+class IconButton;
+class TextLabel;
+
+/// The header of a section of the list: its name and how many it holds. Those of the deferred and the
+/// completed tasks fold and unfold their section by a click, Space or Return; the one of the completed can
+/// clear them.
+class SectionHeaderRow : public PanelRowWidget
+{
+    Q_OBJECT
+
+public:
+    struct Actions
+    {
+        std::function<void(PanelRow::Kind)> toggleSection;
+        std::function<void()> clearCompleted;
+    };
+
+    SectionHeaderRow(const Actions &actions, QWidget *parent);
+
+protected:
+    void rowChanged(const PanelRow &previous) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    Actions m_actions;
+    TextLabel *m_text;
+    IconButton *m_clear = nullptr;
+};
+
+} // namespace wrenfold

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#include "views/subtask_composer_row.h"
+
+#include "look/painting.h"
+#include "look/text_field.h"
+
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QPainter>
+
+namespace wrenfold {
+
+SubtaskComposerRow::SubtaskComposerRow(const Actions &actions, QWidget *parent)
+    : PanelRowWidget(parent)
+    , m_actions(actions)
+    , m_field(new TextField(QStringLiteral("サブタスクを追加"), this))
+{
+    m_field->setFont(Fonts::subtask());
+    m_field->setFocusPolicy(Qt::ClickFocus);
+    connect(m_field, &QLineEdit::returnPressed, this, &SubtaskComposerRow::submit);
+}
+
+void SubtaskComposerRow::submit()
+{
+    const QString title = m_field->text();
+    m_field->setCommittedText({});
+    m_actions.addSubtask(row().task, title);
+}
+
+void SubtaskComposerRow::rowChanged(const PanelRow &previous)
+{
+    setAccessibleName(QStringLiteral("サブタスクを追加"));
+    if (previous.task.id != row().task.id)
+        m_field->setCommittedText({});
+}
+
+void SubtaskComposerRow::focusInEvent(QFocusEvent *event)
+{
+    m_field->setFocus(event->reason());
+}
+
+void SubtaskComposerRow::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() != Qt::Key_Escape) {
+        PanelRowWidget::keyPressEvent(event);
+        return;
+    }
+    m_field->setCommittedText({});
+    m_actions.close(row().task);
+}
+
+void SubtaskComposerRow::resizeEvent(QResizeEvent *event)
+{
+    PanelRowWidget::resizeEvent(event);
+    const int left = Metrics::subtaskIndent + Metrics::checkSize + Metrics::rowSpacing;
+    m_field->setGeometry(left, 0, width() - left - Metrics::fieldPadding, height());
+}
+
+void SubtaskComposerRow::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    const QRectF field = QRectF(rect()).adjusted(Metrics::subtaskIndent - Metrics::rowSpacing, 1, 0, -1);
+    Painting::roundedCard(painter, field, Metrics::rowRadius, {Theme::current().hover, {}, {}});
+    Painting::symbol(painter, QRectF(Metrics::subtaskIndent, 0, Metrics::checkSize, height()),
+                     QStringLiteral("plus"), Theme::current().tertiaryInk, Metrics::chipCheckSize);
+}
+
+} // namespace wrenfold

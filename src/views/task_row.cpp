@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: MIT
+#include "views/task_row.h"
+
+#include "look/check_circle.h"
+#include "look/icon_button.h"
+#include "look/text_label.h"
+#include "views/editable_label.h"
+#include "views/row_menu.h"
+
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QMenu>
+
+namespace wrenfold {
+
+namespace {
+
+const QString &addSubtaskHelp()
+{
+    static const QString text = QStringLiteral("サブタスクを手動追加");
+    return text;
+}
+
+const QString &deleteHelp()
+{
+    static const QString text = QStringLiteral("削除（元に戻せます）");
+    return text;
+}
+
+} // namespace
+
+TaskRow::TaskRow(const Actions &actions, QWidget *parent)
+    : PanelRowWidget(parent)
+    , m_actions(actions)
+    , m_check(new CheckCircle({}, this))
+    , m_title(new EditableLabel(QStringLiteral("名前を変更"), this))
+    , m_pin(new IconButton(QStringLiteral("pin"), {}, this))
+{
+    // Inside a row the arrow keys and the row's own keys do what these do.
+    m_check->setFocusPolicy(Qt::NoFocus);
+    m_pin->setFocusPolicy(Qt::NoFocus);
+    m_title->label()->setClickable(true);
+    m_title->label()->setFocusPolicy(Qt::NoFocus);
+    connect(m_check, &CheckCircle::clicked, this, [this] { m_actions.toggleDone(row().task); });
+    connect(m_pin, &IconButton::clicked, this, [this] { m_actions.setActive(row().task); });
+    connect(m_title, &EditableLabel::clicked, this, &TaskRow::activateOrRename);
+    connect(m_title, &EditableLabel::edited, this,
+            [this](const QString &text) { m_actions.updateTitle(row().task, text); });
+    connect(m_title, &EditableLabel::closedByKey, this, [this] { setFocus(Qt::TabFocusReason); });
+}
+
+void TaskRow::rename()
+{
+    m_title->beginEditing();
+}
+
+void TaskRow::activateOrRename()
+{
+    if (row().isActive)
+        rename();
+    else
+        m_actions.setActive(row().task);
+}
+
+void TaskRow::rowChanged(const PanelRow &previous)
+{
+    const TaskItem &task = row().task;
+    setAccessibleName(task.title);
+    m_check->setHelp(task.isDone ? QStringLiteral("未完了に戻す") : QStringLiteral("完了"));
+    m_check->setChecked(task.isDone);
+    m_check->setNow(row().isActive);
+
+    m_title->setText(task.title);
+    TextLabel *label = m_title->label();
+    label->setFont(row().isSubtask ? Fonts::subtask() : Fonts::body());
+    label->setColor(task.isDone ? &Theme::tertiaryInk : &Theme::ink);
+    label->setStruckOut(task.isDone);
+    label->setHelp(row().isActive || task.isDone ? QString() : QStringLiteral("クリックでNOWにピン留め"));
+
+    m_pin->setSymbol(row().isActive ? QStringLiteral("pin.fill") : QStringLiteral("pin"));
+    m_pin->setTint(row().isActive ? &Theme::accent : &Theme::secondaryInk);
+    m_pin->setHelp(row().isActive ? QStringLiteral("NOWにピン留め中") : QStringLiteral("NOWにピン留め"));
+
+    if (row().childCount > 0 && !m_chevron) {
+        m_chevron = new IconButton(QStringLiteral("chevron.right"), {}, this);
+        m_chevron->setFocusPolicy(Qt::NoFocus);
+        connect(m_chevron, &IconButton::clicked, this, [this] { m_actions.toggleExpanded(row().task); });
+    }
+    if (m_chevron) {
+        m_chevron->setVisible(row().childCount > 0);
+        m_chevron->setSymbol(row().isExpanded ? QStringLiteral("chevron.down")
+                                              : QStringLiteral("chevron.right"));
+        m_chevron->setHelp(row().isExpanded ? QStringLiteral("サブタスクを閉じる")
+                                            : QStringLiteral("サブタスクを表示"));
+    }
+    if (row().isSubtask && !m_number) {
+        m_number = new TextLabel({}, this);
+        m_number->setFont(Fonts::tiny());
+        m_number->setColor(&Theme::tertiaryInk);
+    }
+    if (m_number) {
+        m_number->setVisible(row().isSubtask);
+        m_number->setText(QStringLiteral("%1/%2").arg(row().subtaskNumber).arg(row().subtaskTotal));
+    }
+    if (previous.identity() != row().identity())
+        engagementChanged();
+    placeChildren();
+}
+
+void TaskRow::engagementChanged()
+{
+    if (isEngaged() && !m_addSubtask)
+        makeActionButtons();
+    if (m_addSubtask) {
+        m_addSubtask->setVisible(isEngaged());
+        m_delete->setVisible(isEngaged());
+    }
+    placeChildren();
+}
+
+void TaskRow::makeActionButtons()
+{
+    m_addSubtask = new IconButton(QStringLiteral("plus.rectangle.on.folder"), addSubtaskHelp(), this);
+    m_delete = new IconButton(QStringLiteral("trash"), deleteHelp(), this);
+    for (IconButton *button : {m_addSubtask, m_delete})
+        button->setFocusPolicy(Qt::NoFocus);
+    connect(m_addSubtask, &IconButton::clicked, this, [this] { m_actions.addSubtask(row().task); });
+    connect(m_delete, &IconButton::clicked, this, [this] { m_actions.deleteTask(row().task); });
+}
+
+void TaskRow::resizeEvent(QResizeEvent *event)
+{
+    PanelRowWidget::resizeEvent(event);
+    placeChildren();
+}
+
+void TaskRow::placeChildren()
+{
+    int x = row().isSubtask ? Metrics::subtaskIndent : Metrics::rowLeftPadding;
+    if (!row().isSubtask) {
+        if (m_chevron)
+            placeCheck(m_chevron, x);
+        x += Metrics::rowLeadWidth + Metrics::rowSpacing;
+    }
+    x = placeCheck(m_check, x);
+    if (row().isSubtask) {
+        const int width = m_number->sizeHint().width();
+        m_number->setGeometry(x, 0, width, height());
+        x += width + Metrics::rowSpacing;
+    }
+    m_pin->setVisible(row().isActive || (isEngaged() && !row().task.isDone));
+    const int right = placeTrailing({m_pin, m_delete, m_addSubtask});
+    m_title->setGeometry(x, 0, right - Metrics::rowSpacing - x, height());
+}
+
+void TaskRow::keyPressEvent(QKeyEvent *event)
+{
+    const TaskItem task = row().task;
+    switch (event->key()) {
+    case Qt::Key_Space:
+        m_actions.toggleDone(task);
+        return;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        activateOrRename();
+        return;
+    case Qt::Key_F2:
+        rename();
+        return;
+    case Qt::Key_Insert:
+        m_actions.addSubtask(task);
+        return;
+    case Qt::Key_Delete:
+        m_actions.deleteTask(task);
+        return;
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+        if (row().childCount > 0 && row().isExpanded == (event->key() == Qt::Key_Left))
+            m_actions.toggleExpanded(task);
+        return;
+    default:
+        PanelRowWidget::keyPressEvent(event);
+    }
+}
+
+void TaskRow::contextMenuEvent(QContextMenuEvent *event)
+{
+    auto *menu = new QMenu(this);
+    fillMenu(*menu);
+    showRowMenu(menu, *this, *event);
+}
+
+void TaskRow::fillMenu(QMenu &menu)
+{
+    const TaskItem task = row().task;
+    menu.addAction(m_check->help(), [this, task] { m_actions.toggleDone(task); });
+    menu.addAction(m_pin->help(), [this, task] { m_actions.setActive(task); })
+        ->setEnabled(!row().isActive && !task.isDone);
+    menu.addAction(QStringLiteral("名前を変更"), [this, task] {
+        if (row().task.id == task.id) // The list may have changed under the open menu.
+            rename();
+    });
+    menu.addAction(QStringLiteral("サブタスクを追加"), [this, task] { m_actions.addSubtask(task); });
+    if (!row().isSubtask) {
+        QMenu *later = menu.addMenu(QStringLiteral("あとでやる"));
+        addQuadrantEntries(*later, std::nullopt,
+                           [this, task](TaskQuadrant quadrant) { m_actions.deferTask(task, quadrant); });
+    }
+    menu.addSeparator();
+    menu.addAction(deleteHelp(), [this, task] { m_actions.deleteTask(task); });
+}
+
+} // namespace wrenfold

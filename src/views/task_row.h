@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "views/panel_row_widget.h"
+
+#include <functional>
+
+class QMenu;
+
+namespace wrenfold {
+
+class CheckCircle;
+class EditableLabel;
+class IconButton;
+class TextLabel;
+
+/// An open task or a subtask: done circle, title, and the actions that show while the row is pointed at or
+/// focused.
+///
+/// Keys: Space done, Return NOW (renames what is NOW already), F2 rename, Insert subtask, Delete delete, Left
+/// and Right fold and unfold, Menu all of them. A click on the title does what Return does.
+class TaskRow : public PanelRowWidget
+{
+    Q_OBJECT
+
+public:
+    struct Actions
+    {
+        std::function<void(const TaskItem &)> toggleDone;
+        std::function<void(const TaskItem &)> setActive;
+        std::function<void(const TaskItem &)> toggleExpanded;
+        std::function<void(const TaskItem &, const QString &)> updateTitle;
+        std::function<void(const TaskItem &)> addSubtask;
+        std::function<void(const TaskItem &, TaskQuadrant)> deferTask;
+        std::function<void(const TaskItem &)> deleteTask;
+    };
+
+    TaskRow(const Actions &actions, QWidget *parent);
+
+    void rename();
+
+protected:
+    void rowChanged(const PanelRow &previous) override;
+    void engagementChanged() override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void activateOrRename();
+    void fillMenu(QMenu &menu);
+    void makeActionButtons();
+    void placeChildren();
+
+    Actions m_actions;
+    IconButton *m_chevron = nullptr;
+    CheckCircle *m_check;
+    TextLabel *m_number = nullptr;
+    EditableLabel *m_title;
+    IconButton *m_pin;
+    // Made when the row is first pointed at or focused: most rows never are.
+    IconButton *m_addSubtask = nullptr;
+    IconButton *m_delete = nullptr;
+};
+
+} // namespace wrenfold

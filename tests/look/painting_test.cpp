@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: MIT
+#include "look/painting.h"
+#include "support/test_case.h"
+
+#include <QPainter>
+
+#include <functional>
+
+namespace wrenfold {
+
+namespace {
+
+QImage painted(const std::function<void(QPainter &)> &paint)
+{
+    QImage image(100, 40, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    paint(painter);
+    return image;
+}
+
+/// The columns or rows, first to last, that hold anything but white between columns `from` and `to`.
+QRect inkBox(const QImage &image, int from, int to)
+{
+    QRect box;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = from; x < to; ++x) {
+            if (image.pixelColor(x, y) != Qt::white)
+                box |= QRect(x, y, 1, 1);
+        }
+    }
+    return box;
+}
+
+QImage paintedText(const QString &text, Qt::Alignment alignment = Qt::AlignLeft)
+{
+    return painted([&](QPainter &painter) {
+        Painting::text(painter, QRectF(0, 0, 100, 40), text, Fonts::body(), Qt::black, alignment);
+    });
+}
+
+} // namespace
+
+class PaintingTest : public TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aCardFillsItsRoundedRectangleAndNoMore()
+    {
+        const QImage image = painted([](QPainter &painter) {
+            Painting::roundedCard(painter, QRectF(10, 5, 80, 30), 10, {Qt::red, {}, {}});
+        });
+        QCOMPARE(inkBox(image, 0, 100), QRect(10, 5, 80, 30));
+        QCOMPARE(image.pixelColor(50, 20), QColor(Qt::red));
+        QCOMPARE(image.pixelColor(10, 5), QColor(Qt::white));
+    }
+
+    void aCardMayHaveALineAndAnAccentEdge()
+    {
+        const QImage image = painted([](QPainter &painter) {
+            Painting::roundedCard(painter, QRectF(0, 0, 100, 40), 10, {Qt::red, Qt::green, Qt::blue});
+        });
+        QCOMPARE(image.pixelColor(1, 20), QColor(Qt::blue));
+        QCOMPARE(image.pixelColor(Metrics::cardAccentWidth, 20), QColor(Qt::red));
+        QCOMPARE(image.pixelColor(50, 0), QColor(Qt::green));
+        QCOMPARE(image.pixelColor(99, 20), QColor(Qt::green));
+    }
+
+    void theFocusRingStaysInsideItsRectangle()
+    {
+        const QImage image =
+            painted([](QPainter &painter) { Painting::focusRing(painter, QRectF(10, 5, 80, 30), 7); });
+        QCOMPARE(inkBox(image, 0, 100), QRect(10, 5, 80, 30));
+        QCOMPARE(image.pixelColor(50, 20), QColor(Qt::white));
+    }
+
+    void thePainterIsLeftAsItWas()
+    {
+        painted([](QPainter &painter) {
+            const QPen pen = painter.pen();
+            const QFont font = painter.font();
+            const QRectF rect(0, 0, 40, 40);
+            Painting::roundedCard(painter, rect, 5, {Qt::red, Qt::green, Qt::blue});
+            Painting::focusRing(painter, rect, 5);
+            Painting::symbol(painter, rect, QStringLiteral("pin"), Qt::red);
+            Painting::check(painter, rect, Painting::Check::Now);
+            Painting::check(painter, rect, Painting::Check::Done);
+            Painting::text(painter, rect, QStringLiteral("x"), Fonts::time(), Qt::red);
+            QCOMPARE(painter.pen(), pen);
+            QCOMPARE(painter.font(), font);
+            QCOMPARE(painter.transform(), QTransform());
+            QVERIFY(!painter.testRenderHint(QPainter::Antialiasing));
+        });
+    }
+
+    void aTextStandsWhereItIsAligned()
+    {
+        QVERIFY(inkBox(paintedText(QStringLiteral("HH")), 0, 100).right() < 40);
+        QVERIFY(inkBox(paintedText(QStringLiteral("HH"), Qt::AlignRight), 0, 100).left() > 60);
+        const QRect centred = inkBox(paintedText(QStringLiteral("HH"), Qt::AlignHCenter), 0, 100);
+        QVERIFY(qAbs(centred.left() - (99 - centred.right())) <= 2);
+        QVERIFY(qAbs(centred.top() - (39 - centred.bottom())) <= 4);
+    }
+
+    void anEmojiDoesNotMoveTheLine()
+    {
+        // What stands before the emoji lies as high as without it.
+        const int end =
+            static_cast<int>(QFontMetricsF(Fonts::body()).horizontalAdvance(QStringLiteral("HH")));
+        const QRect alone = inkBox(paintedText(QStringLiteral("HH")), 0, end);
+        QVERIFY(!alone.isEmpty());
+        QCOMPARE(inkBox(paintedText(QStringLiteral("HH🚀")), 0, end), alone);
+    }
+
+    void aRightToLeftTextStartsWhereTheOthersDo()
+    {
+        QVERIFY(inkBox(paintedText(QStringLiteral("שלום")), 0, 100).right() < 60);
+        QVERIFY(inkBox(paintedText(QStringLiteral("\u202Eabc")), 0, 100).right() < 60);
+    }
+};
+
+} // namespace wrenfold
+
+QTEST_MAIN(wrenfold::PaintingTest)
+#include "painting_test.moc"

@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: MIT
+#include "platform/system_clock.h"
+#include "support/fake_clock.h"
+#include "support/test_case.h"
+
+using namespace std::chrono_literals;
+
+namespace wrenfold {
+
+/// One suite over the fake and the real clock, and what the fake promises beyond.
+class ClockContractTest : public TestCase
+{
+    Q_OBJECT
+
+private:
+    /// A clock, and how time is made to pass on it.
+    struct Subject
+    {
+        std::unique_ptr<Clock> clock;
+        std::function<void(std::chrono::milliseconds)> pass;
+    };
+
+    static Subject makeSubject()
+    {
+        QFETCH_GLOBAL(bool, isReal);
+        if (isReal)
+            return {std::make_unique<SystemClock>(), [](auto time) { QTest::qWait(int(time.count())); }};
+        auto fake = std::make_unique<FakeClock>();
+        FakeClock *clock = fake.get();
+        return {std::move(fake), [clock](auto time) { clock->advance(time); }};
+    }
+
+private Q_SLOTS:
+    void initTestCase_data()
+    {
+        QTest::addColumn<bool>("isReal");
+        QTest::newRow("fake") << false;
+        QTest::newRow("real") << true;
+    }
+
+    void nowIsInTheLocalTimeZone()
+    {
+        const Subject subject = makeSubject();
+        QVERIFY(subject.clock->now().isValid());
+        QCOMPARE(subject.clock->now().timeSpec(), Qt::LocalTime);
+    }
+
+    void timeThatPassesMovesNow()
+    {
+        const Subject subject = makeSubject();
+        const QDateTime start = subject.clock->now();
+        subject.pass(30ms);
+        QVERIFY(start.msecsTo(subject.clock->now()) >= 29); // The start was rounded to a millisecond.
+    }
+
+    void aCallIsMadeOnceAndNotBeforeItsTime()
+    {
+        const Subject subject = makeSubject();
+        const QDateTime start = subject.clock->now();
+        int calls = 0;
+        qint64 elapsed = 0;
+        const auto handle = subject.clock->after(50ms, [&] {
+            ++calls;
+            elapsed = start.msecsTo(subject.clock->now());
+        });
+        QCOMPARE(calls, 0);
+        subject.pass(50ms);
+        QTRY_COMPARE(calls, 1);
+        // The real timer counts in whole milliseconds of another clock than the one that tells the time.
+        QVERIFY2(elapsed >= 49, qPrintable(QString::number(elapsed)));
+        subject.pass(150ms);
+        QCOMPARE(calls, 1);
+    }
+
+    void aCallIsNotMadeInsideAfter()
+    {
+        const Subject subject = makeSubject();
+        int calls = 0;
+        const auto handle = subject.clock->after(0ms, [&] { ++calls; });
+        QCOMPARE(calls, 0);
+        subject.pass(1ms);
+        QTRY_COMPARE(calls, 1);
+    }
+
+    void callsAreMadeInTheOrderOfTheirTimes()
+    {
+        const Subject subject = makeSubject();
+        QList<int> order;
+        const auto third = subject.clock->after(60ms, [&] { order << 3; });
+        const auto first = subject.clock->after(10ms, [&] { order << 1; });
+        const auto second = subject.clock->after(30ms, [&] { order << 2; });
+        subject.pass(60ms);
+        QTRY_COMPARE(order, (QList<int>{1, 2, 3}));
+    }
+
+    void destroyingTheHandleTakesTheCallBack()
+    {
+        const Subject subject = makeSubject();
+        int calls = 0;
+        int later = 0;
+        auto handle = subject.clock->after(20ms, [&] { ++calls; });
+        const auto last = subject.clock->after(40ms, [&] { ++later; });
+        handle.reset();
+        subject.pass(40ms);
+        QTRY_COMPARE(later, 1);
+        QCOMPARE(calls, 0);
+    }
+
+    void aCallMayDestroyItsOwnHandle()
+    {
+        const Subject subject = makeSubject();
+        // What the call holds must live until it returns, though the handle does not.
+        auto token = std::make_shared<int>(0);
+        const std::weak_ptr<int> observer = token;
+        std::unique_ptr<ScheduledCall> handle;
+        bool isDone = false;
+        handle = subject.clock->after(5ms, [&handle, &isDone, token = std::move(token)] {
+            handle.reset();
+            ++*token;
+            isDone = *token == 1;
+        });
+        subject.pass(5ms);
+        QTRY_VERIFY(isDone);
+        QVERIFY(observer.expired());
+    }
+
+    void aCallMayTakeAnotherOneBack()
+    {
+        const Subject subject = makeSubject();
+        int calls = 0;
+        int later = 0;
+        std::unique_ptr<ScheduledCall> other = subject.clock->after(60ms, [&] { ++calls; });
+        const auto handle = subject.clock->after(10ms, [&] { other.reset(); });
+        const auto last = subject.clock->after(90ms, [&] { ++later; });
+        subject.pass(90ms);
+        QTRY_COMPARE(later, 1);
+        QCOMPARE(calls, 0);
+    }
+
+    void aCallMayScheduleTheNextOne()
+    {
+        const Subject subject = makeSubject();
+        int calls = 0;
+        std::unique_ptr<ScheduledCall> handle;
+        std::function<void()> again = [&] {
+            if (++calls < 3)
+                handle = subject.clock->after(10ms, again);
+        };
+        handle = subject.clock->after(10ms, again);
+        subject.pass(30ms);
+        QTRY_COMPARE(calls, 3);
+    }
+
+    void aHandleMayBeDestroyedAfterItsCallAndAfterItsClock()
+    {
+        Subject subject = makeSubject();
+        int calls = 0;
+        auto made = subject.clock->after(0ms, [&] { ++calls; });
+        auto pending = subject.clock->after(1h, [&] { ++calls; });
+        subject.pass(1ms);
+        QTRY_COMPARE(calls, 1);
+        made.reset();
+        subject.clock.reset();
+        pending.reset();
+        QCOMPARE(calls, 1);
+    }
+};
+
+} // namespace wrenfold
+
+QTEST_GUILESS_MAIN(wrenfold::ClockContractTest)
+#include "clock_contract_test.moc"

@@ -1,0 +1,219 @@
+// SPDX-License-Identifier: MIT
+#include "platform/instance_test_case.h"
+#include "support/files.h"
+
+#include <QElapsedTimer>
+#include <QLocalServer>
+
+#include <unistd.h>
+
+namespace wrenfold {
+
+/// How a further start reaches the running program.
+class InstanceMessagesTest : public InstanceTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        TestCase::init();
+        makePlace();
+    }
+    void cleanup() { leavePlace(); }
+
+    void theRunningOneAnswersOverTheBus()
+    {
+        QVERIFY(startBus());
+        ProgramUnderTest first = startListening();
+        QVERIFY(waitForName());
+        QVERIFY(QDir(runtimeFolder()).removeRecursively()); // No way round by the socket.
+        m_environment.insert(QStringLiteral("XDG_ACTIVATION_TOKEN"), QStringLiteral("token-1"));
+        ProgramUnderTest second = start();
+        QCOMPARE(second.tell("claim"), "taken");
+        QCOMPARE(second.tell("show running"), "answered");
+        QCOMPARE(first.nextLine(), "panel token-1");
+    }
+
+    void theRunningOneAnswersOverTheSocketWhenThereIsNoBus()
+    {
+        ProgramUnderTest first = startListening();
+        QCOMPARE(start().tell("show running"), "answered");
+        QCOMPARE(first.nextLine(), "panel");
+    }
+
+    void theRunningOneAnswersOverTheSocketWhenTheBusDaemonHangs()
+    {
+        QVERIFY(startBus());
+        ProgramUnderTest first = startListening();
+        QVERIFY(waitForName());
+        ::kill(static_cast<pid_t>(m_bus->processId()), SIGSTOP);
+        ProgramUnderTest second = start();
+        QCOMPARE(second.tell("show running"), "answered");
+        QCOMPARE(first.nextLine(), "panel");
+        second.signal(SIGTERM);
+        QCOMPARE(second.nextLine(), "terminating");
+        QCOMPARE(second.waitForEnd(), 0);
+    }
+
+    void withoutARuntimeFolderTheyMeetInAFolderOfTheUsersOwn()
+    {
+        m_environment.remove(QStringLiteral("XDG_RUNTIME_DIR"));
+        m_environment.insert(QStringLiteral("TMPDIR"), m_place->path());
+        ProgramUnderTest first = startListening();
+        QCOMPARE(modeOf(m_place->filePath(QStringLiteral("wrenfold-%1").arg(::geteuid()))), mode_t(0700));
+        QCOMPARE(start().tell("show running"), "answered");
+    }
+
+    void aFolderThatOthersCanEnterHoldsNoSocket()
+    {
+        QVERIFY(QFile::setPermissions(runtimeFolder(), QFile::Permissions(0x7055)));
+        m_environment.insert(QStringLiteral("TMPDIR"), m_place->path());
+        const QString own = m_place->filePath(QStringLiteral("wrenfold-%1").arg(::geteuid()));
+        QVERIFY(QFile::link(runtimeFolder(), own));
+        ProgramUnderTest first = startListening();
+        QCOMPARE(namesIn(runtimeFolder()), QStringList());
+        QCOMPARE(start(folder(), 300).tell("show running"), "not answered");
+    }
+
+    void aSocketLeftByAKilledRunIsReplaced()
+    {
+        ProgramUnderTest killed = startListening();
+        QCOMPARE(namesIn(runtimeFolder()).size(), 1);
+        killed.signal(SIGKILL);
+        QCOMPARE(killed.waitForEnd(), -1);
+        QCOMPARE(namesIn(runtimeFolder()).size(), 1);
+        ProgramUnderTest first = startListening();
+        QCOMPARE(start().tell("show running"), "answered");
+        QCOMPARE(first.nextLine(), "panel");
+    }
+
+    void aCleanEndLeavesNoSocket()
+    {
+        ProgramUnderTest first = startListening();
+        first.signal(SIGTERM);
+        QCOMPARE(first.waitForEnd(), 0);
+        QCOMPARE(namesIn(runtimeFolder()), QStringList());
+    }
+
+    void aFirstThatIsStillStartingIsWaitedFor()
+    {
+        ProgramUnderTest first = start();
+        ProgramUnderTest second = start();
+        QCOMPARE(first.tell("claim"), "first");
+        QCOMPARE(first.tell("listen soon"), "soon");
+        QCOMPARE(second.tell("show running"), "answered");
+        QCOMPARE(first.nextLine(), "panel");
+    }
+
+    void aFirstThatNeverAnswersIsGivenUp_data()
+    {
+        QTest::addColumn<bool>("hasBus");
+        QTest::newRow("bus") << true;
+        QTest::newRow("no bus") << false;
+    }
+
+    void aFirstThatNeverAnswersIsGivenUp()
+    {
+        QFETCH(bool, hasBus);
+        QVERIFY(!hasBus || startBus());
+        ProgramUnderTest first = startListening();
+        QVERIFY(!hasBus || waitForName());
+        first.signal(SIGSTOP);
+        ProgramUnderTest second = start(folder(), 600);
+        QCOMPARE(second.tell("claim"), "taken");
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(second.tell("show running"), "not answered");
+        QVERIFY2(timer.elapsed() >= 500 && timer.elapsed() < 1600,
+                 qPrintable(QString::number(timer.elapsed())));
+    }
+
+    void twoFoldersDoNotMeet_data() { aFirstThatNeverAnswersIsGivenUp_data(); }
+
+    void twoFoldersDoNotMeet()
+    {
+        QFETCH(bool, hasBus);
+        QVERIFY(!hasBus || startBus());
+        ProgramUnderTest other = startListening(m_place->filePath(QStringLiteral("other")));
+        QVERIFY(!hasBus || waitForName());
+        ProgramUnderTest silent = start();
+        QCOMPARE(silent.tell("claim"), "first");
+        ProgramUnderTest second = start(folder(), 400);
+        QCOMPARE(second.tell("claim"), "taken");
+        QCOMPARE(second.tell("show running"), "not answered");
+        QCOMPARE(silent.tell("listen"), "listening");
+        QCOMPARE(second.tell("show running"), "answered");
+        QCOMPARE(silent.nextLine(), "panel");
+        QCOMPARE(other.tell("are you there"), "awake");
+    }
+
+    void aLinkToTheFolderMeansTheSameFolder()
+    {
+        ProgramUnderTest first = startListening();
+        const QString link = m_place->filePath(QStringLiteral("link"));
+        QVERIFY(QFile::link(folder(), link));
+        ProgramUnderTest second = start(link);
+        QCOMPARE(second.tell("claim"), "taken");
+        QCOMPARE(second.tell("show running"), "answered");
+    }
+
+    void aBusThatTakesTheConnectionAndIsSilentHoldsUpNeitherListeningNorTheEnd()
+    {
+        QLocalServer silentBus;
+        QVERIFY(silentBus.listen(m_place->filePath(QStringLiteral("silent"))));
+        useBus(QStringLiteral("unix:path=") + silentBus.fullServerName());
+        ProgramUnderTest first = start();
+        QCOMPARE(first.tell("claim"), "first");
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(first.tell("listen"), "listening");
+        QVERIFY(silentBus.waitForNewConnection(5000)); // It has tried.
+        QCOMPARE(first.tell("are you there"), "awake");
+        first.signal(SIGTERM);
+        QCOMPARE(first.nextLine(), "terminating");
+        QCOMPARE(first.waitForEnd(), 0);
+        QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
+    }
+
+    // What desktops send
+
+    void aDesktopThatActivatesOrOpensGetsThePanelAndAnUnknownActionIsAnError()
+    {
+        QVERIFY(startBus());
+        ProgramUnderTest first = startListening();
+        QVERIFY(waitForName());
+        const QVariantMap none;
+        QCOMPARE(call(QStringLiteral("Activate"), {none}).type(), QDBusMessage::ReplyMessage);
+        QCOMPARE(first.nextLine(), "panel");
+        QCOMPARE(call(QStringLiteral("Open"), {QStringList(), none}).type(), QDBusMessage::ReplyMessage);
+        QCOMPARE(first.nextLine(), "panel");
+        const QDBusMessage answer =
+            call(QStringLiteral("ActivateAction"), {QStringLiteral("fly"), QVariantList(), none});
+        QCOMPARE(answer.errorName(), QStringLiteral("org.freedesktop.DBus.Error.InvalidArgs"));
+    }
+
+    void theBusNameIsFreedByTheEndAndNotHandedOver()
+    {
+        QVERIFY(startBus());
+        ProgramUnderTest first = startListening();
+        QVERIFY(waitForName());
+        const QDBusMessage request = QDBusMessage::createMethodCall(
+            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("RequestName"));
+        constexpr uint replaceAndDoNotQueue = 6;
+        constexpr uint alreadyExists = 3;
+        QDBusMessage takeOver = request;
+        takeOver << QStringLiteral("dev.tolvane.Wrenfold") << replaceAndDoNotQueue;
+        QCOMPARE(m_observer->call(takeOver).arguments().value(0).toUInt(), alreadyExists);
+        first.signal(SIGTERM);
+        QCOMPARE(first.nextLine(), "terminating");
+        QCOMPARE(first.waitForEnd(), 0);
+        QTRY_VERIFY(!isNameTaken());
+    }
+};
+
+} // namespace wrenfold
+
+QTEST_GUILESS_MAIN(wrenfold::InstanceMessagesTest)
+#include "instance_messages_test.moc"

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/x11_panel_window.h"
+#include "support/test_case.h"
+#include "support/x11_server.h"
+
+#include <QProcess>
+#include <QRasterWindow>
+
+namespace wrenfold {
+
+using namespace x11;
+
+/// Window managers and compositors that come and go while the program runs. Begins without one.
+class X11LateWindowManagerTest : public TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aWindowManagerThatStartsLaterFindsTheWishes()
+    {
+        X11PanelWindow desktop;
+        QRasterWindow window;
+        window.setFlags(desktop.flags());
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        desktop.joinAllWorkspaces(window);
+
+        QProcess manager;
+        manager.start(QStringLiteral("openbox"), {});
+        QTRY_COMPARE_WITH_TIMEOUT(desktop.availability(), Availability(), 20000);
+        // It has taken the window in when it has listed it.
+        QTRY_COMPARE_WITH_TIMEOUT(valuesOf(root(), "_NET_CLIENT_LIST"), Values{idOf(window)}, 20000);
+        QCOMPARE(valuesOf(idOf(window), "_NET_WM_DESKTOP"), Values{0xFFFFFFFF});
+        QCOMPARE(missingStates(window), QList<QByteArray>());
+
+        manager.terminate();
+        QVERIFY(manager.waitForFinished());
+        QTRY_COMPARE(desktop.availability().reason, QStringLiteral("No window manager is running."));
+    }
+
+    void aWindowManagerThatDoesNotKnowAboveMakesItLimited()
+    {
+        QProcess manager;
+        manager.start(QStringLiteral("openbox"), {});
+        const X11PanelWindow desktop;
+        QTRY_COMPARE_WITH_TIMEOUT(desktop.availability(), Availability(), 20000);
+        const Values listed = valuesOf(root(), "_NET_SUPPORTED");
+        Values others = listed;
+        QCOMPARE(others.removeAll(atom("_NET_WM_STATE_ABOVE")), 1);
+        setValues(root(), "_NET_SUPPORTED", others);
+        QCOMPARE(desktop.availability().level, Availability::Level::Limited);
+        QCOMPARE(desktop.availability().reason,
+                 QStringLiteral("The window manager does not keep windows above others."));
+
+        manager.terminate();
+        QVERIFY(manager.waitForFinished());
+        QTRY_COMPARE(desktop.availability().reason, QStringLiteral("No window manager is running."));
+    }
+
+    void translucencyComesAndGoesWithTheCompositor()
+    {
+        const X11PanelWindow desktop;
+        QVERIFY(!desktop.isTranslucencyAvailable());
+        QWindow compositor;
+        compositor.create();
+        xcb_set_selection_owner(connection(), idOf(compositor), atom("_NET_WM_CM_S0"), XCB_CURRENT_TIME);
+        QVERIFY(desktop.isTranslucencyAvailable());
+        compositor.destroy();
+        QVERIFY(!desktop.isTranslucencyAvailable());
+    }
+};
+
+} // namespace wrenfold
+
+QTEST_MAIN(wrenfold::X11LateWindowManagerTest)
+#include "x11_late_window_manager_test.moc"

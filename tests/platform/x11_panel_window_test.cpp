@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/x11_panel_window.h"
+#include "support/test_case.h"
+#include "support/x11_server.h"
+
+#include <QRasterWindow>
+
+namespace wrenfold {
+
+using namespace x11;
+
+/// Runs once for each window manager and once without, see with_x11.sh.
+class X11PanelWindowTest : public TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theDesktopSaysWhetherItKeepsThePanelOnTop()
+    {
+        const Availability availability = X11PanelWindow().availability();
+        if (qgetenv("WRENFOLD_TEST_WINDOW_MANAGER") != "none") {
+            QCOMPARE(availability, Availability());
+        } else {
+            QCOMPARE(availability.level, Availability::Level::Limited);
+            QCOMPARE(availability.reason, QStringLiteral("No window manager is running."));
+        }
+    }
+
+    void aShownPanelIsOnEveryDesktopAboveOthersAndOutOfLists()
+    {
+        X11PanelWindow desktop;
+        QRasterWindow window;
+        window.setFlags(desktop.flags());
+        window.resize(344, 480);
+        for (int time = 0; time < 3; ++time) {
+            window.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&window));
+            desktop.joinAllWorkspaces(window);
+            QTRY_COMPARE(valuesOf(idOf(window), "_NET_WM_DESKTOP"), Values{0xFFFFFFFF});
+            QTRY_COMPARE(missingStates(window), QList<QByteArray>());
+            window.hide();
+            QTRY_VERIFY(!isMapped(window));
+        }
+    }
+
+    void theWishesMayBeUtteredRightAfterShowing()
+    {
+        X11PanelWindow desktop;
+        QRasterWindow window;
+        window.setFlags(desktop.flags());
+        window.show();
+        desktop.joinAllWorkspaces(window);
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QTRY_COMPARE(valuesOf(idOf(window), "_NET_WM_DESKTOP"), Values{0xFFFFFFFF});
+        QTRY_COMPARE(missingStates(window), QList<QByteArray>());
+    }
+};
+
+} // namespace wrenfold
+
+QTEST_MAIN(wrenfold::X11PanelWindowTest)
+#include "x11_panel_window_test.moc"

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#include "support/fake_clock.h"
+
+#include <algorithm>
+
+namespace wrenfold {
+
+namespace {
+
+class Handle final : public ScheduledCall
+{
+public:
+    explicit Handle(std::shared_ptr<void> call)
+        : m_call(std::move(call))
+    {
+    }
+
+private:
+    std::shared_ptr<void> m_call;
+};
+
+} // namespace
+
+FakeClock::FakeClock()
+    : m_now(QDate(2026, 3, 2), QTime(9, 0))
+{
+}
+
+std::unique_ptr<ScheduledCall> FakeClock::after(std::chrono::milliseconds delay, std::function<void()> call)
+{
+    auto scheduled = std::make_shared<Call>(Call{m_passed + delay, std::move(call)});
+    m_calls.push_back(scheduled);
+    return std::make_unique<Handle>(std::move(scheduled));
+}
+
+void FakeClock::advance(std::chrono::milliseconds time)
+{
+    const auto until = m_passed + time;
+    while (const auto next = takeNext(until)) {
+        passTo(next->due);
+        next->function();
+    }
+    passTo(until);
+}
+
+int FakeClock::pendingCalls() const
+{
+    return int(
+        std::count_if(m_calls.begin(), m_calls.end(), [](const auto &call) { return !call.expired(); }));
+}
+
+std::shared_ptr<FakeClock::Call> FakeClock::takeNext(std::chrono::milliseconds until)
+{
+    std::erase_if(m_calls, [](const auto &call) { return call.expired(); });
+    const auto next = std::min_element(m_calls.begin(), m_calls.end(), [](const auto &a, const auto &b) {
+        return a.lock()->due < b.lock()->due;
+    });
+    if (next == m_calls.end() || next->lock()->due > until)
+        return nullptr;
+    auto call = next->lock();
+    m_calls.erase(next);
+    return call;
+}
+
+void FakeClock::passTo(std::chrono::milliseconds moment)
+{
+    m_now = m_now.addMSecs((moment - m_passed).count());
+    m_passed = moment;
+}
+
+} // namespace wrenfold

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/clock.h"
+
+#include <vector>
+
+namespace wrenfold {
+
+/// A clock that stands still until a test moves it.
+class FakeClock final : public Clock
+{
+public:
+    /// Starts on 2 March 2026 at 9:00 local time, a Monday.
+    FakeClock();
+
+    [[nodiscard]] QDateTime now() const override { return m_now; }
+    [[nodiscard]] std::unique_ptr<ScheduledCall> after(std::chrono::milliseconds delay,
+                                                       std::function<void()> call) override;
+
+    /// Sets the clock without any time passing, as a user does: no call comes due by it.
+    void setNow(const QDateTime &now) { m_now = now; }
+
+    /// Lets time pass and makes every call that comes due in it, those scheduled meanwhile included: in the
+    /// order of their times, and of their scheduling where these are equal. During a call now() is the call's
+    /// time.
+    void advance(std::chrono::milliseconds time);
+
+    /// How many calls are still to be made.
+    [[nodiscard]] int pendingCalls() const;
+
+private:
+    struct Call
+    {
+        std::chrono::milliseconds due;
+        std::function<void()> function;
+    };
+
+    std::shared_ptr<Call> takeNext(std::chrono::milliseconds until);
+    void passTo(std::chrono::milliseconds moment);
+
+    QDateTime m_now;
+    std::chrono::milliseconds m_passed{0}; ///< Time passed since the start, on which the calls are set.
+    std::vector<std::weak_ptr<Call>>
+        m_calls; ///< In the order of their scheduling. The handles own the calls.
+};
+
+} // namespace wrenfold

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/platform.h"
+#include "support/fake_clock.h"
+#include "support/fake_panel_window.h"
+#include "support/fake_preferences.h"
+#include "support/fake_single_instance.h"
+
+#include <memory>
+
+namespace wrenfold {
+
+/// A platform of fakes, and the pointers to steer them by once the platform has been moved to its owner.
+struct FakePlatform
+{
+    FakePlatform()
+    {
+        platform.clock.reset(clock);
+        platform.preferences.reset(preferences);
+        platform.singleInstance.reset(singleInstance);
+        platform.panelWindow.reset(panelWindow);
+    }
+
+    FakeClock *clock = new FakeClock;
+    FakePreferences *preferences = new FakePreferences;
+    FakeSingleInstance *singleInstance = new FakeSingleInstance;
+    FakePanelWindow *panelWindow = new FakePanelWindow;
+    Platform platform; ///< Owns them.
+};
+
+} // namespace wrenfold
