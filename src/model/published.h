@@ -35,13 +35,11 @@ private:
 /// - value() is the value last assigned, inside an operation too.
 /// - An assignment of an equal value is none. An operation that ends with the value it began with announces
 /// nothing.
-/// - Announcements come once an operation is whole and saved (see ChangeGroup). Subscribers are called in the
-/// order
-///   in which they subscribed, with the value as it is then.
-/// - A subscriber may read everything and assign to anything; such an assignment is an operation of its own,
-/// saved
-///   and announced at once, within the announcement under way. A subscriber that subscribes others has them
-///   called from the next announcement on.
+/// - Announcements come once an operation is whole and saved (see ChangeGroup). Subscribers are called in the order in
+///   which they subscribed, with the value as it is then.
+/// - A subscriber may read everything and assign to anything; such an assignment is an operation of its own, saved and
+///   announced at once, within the announcement under way. A subscriber that subscribes others has them called from
+///   the next announcement on.
 /// - Assigning is the store's alone; a Setting is open to everybody.
 template<std::equality_comparable T>
 class Published : public PublishedBase

@@ -64,7 +64,7 @@ bool decodeValue(const QJsonValue &value, AIProvider &out)
 
 bool decodeValue(const QJsonValue &value, TaskItem &out);
 bool decodeValue(const QJsonValue &value, BlockedApp &out);
-template <typename T>
+template<typename T>
 bool decodeValue(const QJsonValue &value, QList<T> &out);
 
 template<typename T>

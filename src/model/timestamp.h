@@ -9,15 +9,15 @@ namespace wrenfold {
 /// is written back bit for bit.
 struct Timestamp
 {
-    static constexpr double offset = 978307200.0; ///< Seconds from 1970 to 2001.
-
     double secondsSince2001 = 0; ///< Seconds since 2001-01-01 00:00:00 UTC, with fraction.
 
     static Timestamp fromDateTime(const QDateTime &moment)
     {
-        return {double(moment.toMSecsSinceEpoch()) / 1000.0 - offset};
+        return {double(moment.toMSecsSinceEpoch() - 1000 * secondsFrom1970To2001) / 1000.0};
     }
-    static Timestamp fromSecondsSince1970(double seconds) { return {seconds - offset}; }
+    static Timestamp fromSecondsSince1970(double seconds) { return {seconds - double(secondsFrom1970To2001)}; }
+
+    static constexpr qint64 secondsFrom1970To2001 = 978307200;
 
     friend auto operator<=>(const Timestamp &, const Timestamp &) = default;
 };

@@ -30,35 +30,25 @@ FocusPanelView::FocusPanelView(FocusStore &store, Clock &clock, const Actions &a
     // Takes the focus itself, so that at first no field has the caret and a click beside a field ends its
     // editing.
     setFocusPolicy(Qt::StrongFocus);
-    m_header =
-        new PanelHeader({[this] { m_store.undo(); }, [this] { m_store.redo(); }, m_actions.hide}, this);
+    // Made in the order of the Tab key: typing is wanted most.
+    m_composer = new TodoComposer(this);
+    m_list =
+        new RowListView([this](PanelRow::Kind kind, QWidget *owner) { return makeRow(kind, owner); }, this);
+    m_statusLine = new StatusLine([this] { m_store.undo(); }, this);
     m_nowCard = new NowCard({[this](const TaskItem &task) { m_store.toggleDone(task); },
                              [this](const TaskItem &task) { m_store.beginAddSubtask(task); },
                              [this](const TaskItem &task) { m_store.deleteTask(task); },
                              [this](const QString &goal) { m_store.mediumGoal.set(goal.trimmed()); },
                              [this] { m_store.requestTodoInput(); }},
                             this);
-    m_composer = new TodoComposer(this);
-    m_list =
-        new RowListView([this](PanelRow::Kind kind, QWidget *owner) { return makeRow(kind, owner); }, this);
-    m_statusLine = new StatusLine([this] { m_store.undo(); }, this);
+    m_header =
+        new PanelHeader({[this] { m_store.undo(); }, [this] { m_store.redo(); }, m_actions.hide}, this);
 
     connect(m_composer, &TodoComposer::submitted, this, &FocusPanelView::addDraft);
     connect(m_nowCard, &NowCard::heightChanged, this, &FocusPanelView::placeChildren);
-    setTabOrder();
     subscribe();
     updateRows();
     followMidnight();
-}
-
-void FocusPanelView::setTabOrder()
-{
-    // From the panel itself the first stop is where typing is wanted most.
-    QWidget::setTabOrder(this, m_composer);
-    QWidget::setTabOrder(m_composer, m_list);
-    QWidget::setTabOrder(m_list, m_statusLine);
-    QWidget::setTabOrder(m_statusLine, m_nowCard);
-    QWidget::setTabOrder(m_nowCard, m_header);
 }
 
 void FocusPanelView::subscribe()

@@ -54,7 +54,6 @@ private:
     void toggleSection(PanelRow::Kind header);
     void subscribe();
     void placeChildren();
-    void setTabOrder();
 
     /// Any number of changes in one turn of the event loop makes the rows anew once.
     void scheduleRowsUpdate();

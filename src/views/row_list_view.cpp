@@ -23,7 +23,6 @@ RowListView::RowListView(RowFactory factory, QWidget *parent)
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFocusPolicy(Qt::StrongFocus);
     viewport()->setAutoFillBackground(false);
-    viewport()->setFocusPolicy(Qt::NoFocus);
     verticalScrollBar()->setSingleStep(Metrics::rowHeight);
     m_overlayBar = new OverlayScrollBar(verticalScrollBar(), this);
     connect(qApp, &QApplication::focusChanged, this,

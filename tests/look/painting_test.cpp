@@ -110,7 +110,7 @@ private Q_SLOTS:
             static_cast<int>(QFontMetricsF(Fonts::body()).horizontalAdvance(QStringLiteral("HH")));
         const QRect alone = inkBox(paintedText(QStringLiteral("HH")), 0, end);
         QVERIFY(!alone.isEmpty());
-        QCOMPARE(inkBox(paintedText(QStringLiteral("HH🚀")), 0, end), alone);
+        QCOMPARE(inkBox(paintedText(QStringLiteral("HH👩‍💻🎉🇯🇵❤️")), 0, end), alone);
     }
 
     void aRightToLeftTextStartsWhereTheOthersDo()

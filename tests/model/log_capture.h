@@ -30,11 +30,12 @@ private:
 
     static void collect(QtMsgType type, const QMessageLogContext &context, const QString &text)
     {
-        const char *level = type == QtDebugMsg    ? "debug"
+        const char *level = type == QtDebugMsg     ? "debug"
                             : type == QtInfoMsg    ? "info"
                             : type == QtWarningMsg ? "warning"
                                                    : "critical";
-        lines() << QStringLiteral("%1 %2: %3").arg(QLatin1String(level), QLatin1String(context.category), text);
+        lines()
+            << QStringLiteral("%1 %2: %3").arg(QLatin1String(level), QLatin1String(context.category), text);
     }
 
     QtMessageHandler m_previous;

@@ -70,9 +70,9 @@ constexpr Key stateKeys[] = {
     {"alwaysShowMenubarTimer", Kind::Bool},
 };
 constexpr Key taskKeys[] = {
-    {"id", Kind::Identifier},       {"title", Kind::Text},          {"isDone", Kind::Bool},
-    {"createdAt", Kind::Date},      {"completedAt", Kind::Date},    {"parentID", Kind::Identifier},
-    {"isExpanded", Kind::Bool},     {"isDeferred", Kind::Bool},     {"quadrant", Kind::Quadrant},
+    {"id", Kind::Identifier},   {"title", Kind::Text},       {"isDone", Kind::Bool},
+    {"createdAt", Kind::Date},  {"completedAt", Kind::Date}, {"parentID", Kind::Identifier},
+    {"isExpanded", Kind::Bool}, {"isDeferred", Kind::Bool},  {"quadrant", Kind::Quadrant},
 };
 constexpr Key appKeys[] = {
     {"id", Kind::Text}, {"name", Kind::Text}, {"bundleIdentifier", Kind::Text}, {"path", Kind::Text}};
@@ -82,19 +82,35 @@ QList<QByteArray> wrongValues(Kind kind)
 {
     QList<QByteArray> wrong = {"{}"};
     if (kind != Kind::Bool)
-        wrong << "true" << "false";
+        wrong << "true"
+              << "false";
     if (kind != Kind::Text)
-        wrong << R"("text")" << R"("")" << R"("1")" << R"("true")";
+        wrong << R"("text")"
+              << R"("")"
+              << R"("1")"
+              << R"("true")";
     if (kind != Kind::Integer && kind != Kind::Date)
-        wrong << "0" << "1" << "1.5";
+        wrong << "0"
+              << "1"
+              << "1.5";
     if (kind == Kind::Integer)
-        wrong << "25.5" << "-0.5" << "1e300" << "-1e300" << "9223372036854775808" << "1e-5";
+        wrong << "25.5"
+              << "-0.5"
+              << "1e300"
+              << "-1e300"
+              << "9223372036854775808"
+              << "1e-5";
     if (kind == Kind::Identifier)
-        wrong << R"("{DEADBEEF-12AB-4CD3-8E0F-0123456789AB}")" << R"("DEADBEEF12AB4CD38E0F0123456789AB")";
+        wrong << R"("{DEADBEEF-12AB-4CD3-8E0F-0123456789AB}")"
+              << R"("DEADBEEF12AB4CD38E0F0123456789AB")";
     if (kind == Kind::Quadrant)
-        wrong << R"("urgent")" << R"("URGENTIMPORTANT")";
+        wrong << R"("urgent")"
+              << R"("URGENTIMPORTANT")";
     if (kind == Kind::Array)
-        wrong << "[0]" << "[null]" << "[[]]" << "[true]";
+        wrong << "[0]"
+              << "[null]"
+              << "[[]]"
+              << "[true]";
     else
         wrong << "[]";
     return wrong;
@@ -187,7 +203,8 @@ private Q_SLOTS:
         for (const Key &key : stateKeys)
             add("document", key, [&](const QByteArray &v) { return withMember(documentText, key.name, v); });
         for (const Key &key : taskKeys)
-            add("task", key, [&](const QByteArray &v) { return withTask(withMember(taskText, key.name, v)); });
+            add("task", key,
+                [&](const QByteArray &v) { return withTask(withMember(taskText, key.name, v)); });
         for (const Key &key : appKeys)
             add("app", key, [&](const QByteArray &v) { return withApp(withMember(appText, key.name, v)); });
     }
@@ -205,16 +222,16 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("without");
         for (const Key &key : stateKeys) {
             if (qstrcmp(key.name, "tasks") != 0 && qstrcmp(key.name, "isHardPinned") != 0)
-                QTest::newRow(key.name) << withMember(documentText, key.name, "null")
-                                        << withoutMember(documentText, key.name);
+                QTest::newRow(key.name)
+                    << withMember(documentText, key.name, "null") << withoutMember(documentText, key.name);
         }
         for (const auto *key : {"bundleIdentifier", "path"}) {
-            QTest::addRow("app %s", key) << withApp(withMember(appText, key, "null"))
-                                         << withApp(withoutMember(appText, key));
+            QTest::addRow("app %s", key)
+                << withApp(withMember(appText, key, "null")) << withApp(withoutMember(appText, key));
         }
         for (const auto *key : {"completedAt", "parentID", "isExpanded", "isDeferred", "quadrant"}) {
-            QTest::addRow("task %s", key) << withTask(withMember(taskText, key, "null"))
-                                          << withTask(withoutMember(taskText, key));
+            QTest::addRow("task %s", key)
+                << withTask(withMember(taskText, key, "null")) << withTask(withoutMember(taskText, key));
         }
     }
 
@@ -254,8 +271,7 @@ private Q_SLOTS:
         QTest::newRow("-3") << QByteArray("-3") << qint64(-3);
         QTest::newRow("-0") << QByteArray("-0") << qint64(0);
         QTest::newRow("largest") << QByteArray("9223372036854775807") << std::numeric_limits<qint64>::max();
-        QTest::newRow("smallest") << QByteArray("-9223372036854775808")
-                                  << std::numeric_limits<qint64>::min();
+        QTest::newRow("smallest") << QByteArray("-9223372036854775808") << std::numeric_limits<qint64>::min();
     }
 
     void anIntegerMayBeWrittenInAnyWay()
@@ -324,7 +340,8 @@ private Q_SLOTS:
         const QByteArray old = withoutMember(documentText, "blockedApps");
         const BlockedApp x = {QStringLiteral("x"), QStringLiteral("x"), std::nullopt, std::nullopt};
         QCOMPARE(decodeSavedState(old)->blockedApps, QList<BlockedApp>{x});
-        QCOMPARE(decodeSavedState(withMember(old, "blockedAppNames", "[]"))->blockedApps, QList<BlockedApp>());
+        QCOMPARE(decodeSavedState(withMember(old, "blockedAppNames", "[]"))->blockedApps,
+                 QList<BlockedApp>());
         QCOMPARE(decodeSavedState(withMember(documentText, "blockedApps", "[]"))->blockedApps,
                  QList<BlockedApp>());
         QCOMPARE(decodeSavedState(withoutMember(old, "blockedAppNames"))->blockedApps, defaultBlockedApps());

@@ -85,7 +85,8 @@ private Q_SLOTS:
         state.tasks = {a, deferred(done(madeSubtask(QStringLiteral("b"), a)))};
         state.activeTaskID = a.id;
         state.mediumGoal = QStringLiteral("目標");
-        state.blockedApps = {{QStringLiteral("i"), QStringLiteral("n"), std::nullopt, QStringLiteral("/p")}, {}};
+        state.blockedApps = {{QStringLiteral("i"), QStringLiteral("n"), std::nullopt, QStringLiteral("/p")},
+                             {}};
         state.isTodoListHidden = state.isFocusGuardEnabled = true;
         state.selectedAIProvider = AIProvider::codex;
         state.apiKeyOverride = QStringLiteral("key");

@@ -50,7 +50,7 @@ Claim InstanceLock::take()
     if (descriptor >= 0 && error == EWOULDBLOCK)
         return Claim::Taken;
     qCInfo(DebugLog::app).noquote() << QStringLiteral("The preferences folder %1 cannot be locked: %2")
-                                             .arg(m_folder, qt_error_string(error));
+                                           .arg(m_folder, qt_error_string(error));
     return Claim::Unguarded;
 }
 

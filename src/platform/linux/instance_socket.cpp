@@ -87,7 +87,7 @@ void InstanceSocket::listen(std::function<void()> show)
     QLocalServer::removeServer(m_path);
     if (!m_server.listen(m_path)) {
         qCInfo(DebugLog::app).noquote() << QStringLiteral("Cannot listen on the instance socket %1: %2")
-                                                 .arg(m_path, m_server.errorString());
+                                               .arg(m_path, m_server.errorString());
     }
 }
 
