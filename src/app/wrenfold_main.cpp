@@ -4,8 +4,8 @@
 #include "app/debug_commands.h"
 #include "app/debug_log.h"
 #include "app/launch_options.h"
-#include "platform/linux/termination_signals.h"
 #include "platform/platform.h"
+#include "platform/termination_signals.h"
 #include "shell/app_delegate.h"
 
 #include <QApplication>
@@ -41,6 +41,7 @@ int showRunning(SingleInstance &instance)
 
 int runApplication(int argc, char **argv, const QStringList &arguments)
 {
+    prepareForApplication();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("wrenfold"));
     QApplication::setDesktopFileName(QStringLiteral("dev.tolvane.Wrenfold"));

@@ -85,7 +85,7 @@ inline constexpr int cardRadius = 11, cardPadding = 8, cardAccentWidth = 3, sect
 inline constexpr int fieldHeight = 34, fieldRadius = 9, fieldPadding = 9, fieldSpacing = 7;
 inline constexpr int listMargin = 6, sectionHeaderHeight = 24, sectionHeaderSpacing = 5;
 inline constexpr int rowHeight = 32, rowRadius = 8, rowSpacing = 6, rowLeftPadding = 6, rowRightPadding = 4;
-inline constexpr int subtaskRowHeight = 28, subtaskIndent = 30, rowLeadWidth = 16;
+inline constexpr int subtaskRowHeight = 28, twoLineRowHeight = 40, subtaskIndent = 30, rowLeadWidth = 16;
 inline constexpr int statusHeight = 26, statusSpacing = 8;
 
 inline constexpr int boardPadding = 12, boardTitleHeight = 26, boardAxisWidth = 32, boardGap = 7;

@@ -6,8 +6,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include <cmath>
-
 namespace wrenfold {
 
 namespace {
@@ -29,10 +27,10 @@ bool decodeValue(const QJsonValue &value, QString &out)
 /// A number that stands for an integer, however it is written.
 bool decodeValue(const QJsonValue &value, qint64 &out)
 {
-    constexpr double limit = 9223372036854775808.0; // 2^63
-    const double number = value.toDouble();
-    out = value.toInteger();
-    return value.isDouble() && number >= -limit && number < limit && number == std::trunc(number);
+    // What is no integer of 64 bits answers with whatever it is given. Asking toDouble() instead would round the
+    // largest ones out of range.
+    out = value.toInteger(0);
+    return out == value.toInteger(1);
 }
 
 bool decodeValue(const QJsonValue &value, Timestamp &out)

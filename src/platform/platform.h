@@ -20,6 +20,10 @@ struct Platform
     std::unique_ptr<PanelWindow> panelWindow;
 };
 
+/// To be called before the application object is made: keeps the toolkit from what would stop it for good. A session
+/// bus that takes connections and never answers is left out; the program then runs as without a bus.
+void prepareForApplication();
+
 /// The platform of this session. Needs the application object, from which it learns the window system.
 [[nodiscard]] Platform makePlatform();
 

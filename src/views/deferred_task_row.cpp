@@ -103,10 +103,10 @@ void DeferredTaskRow::placeChildren()
     const int right = placeTrailing({m_delete, m_quadrant, m_restore});
     const int textWidth = right - Metrics::rowSpacing - left;
     // With subtasks waiting, the row has two lines.
-    const int titleHeight = row().childCount > 0 ? height() * 3 / 5 : height();
-    m_title->setGeometry(left, 0, textWidth, titleHeight);
-    m_subtasks->setGeometry(left, titleHeight - 2, std::min(textWidth, m_subtasks->sizeHint().width()),
-                            height() - titleHeight);
+    constexpr int titleHeightOfTwo = 24;
+    m_title->setGeometry(left, 0, textWidth, row().childCount > 0 ? titleHeightOfTwo : height());
+    const QSize subtasksSize = m_subtasks->sizeHint();
+    m_subtasks->setGeometry(left, titleHeightOfTwo - 2, std::min(textWidth, subtasksSize.width()), subtasksSize.height());
 }
 
 void DeferredTaskRow::keyPressEvent(QKeyEvent *event)

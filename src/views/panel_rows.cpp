@@ -174,13 +174,15 @@ int PanelRow::height() const
         return Metrics::sectionHeaderHeight;
     case Kind::EmptyState:
         return 3 * Metrics::rowHeight;
-    case Kind::Task:
     case Kind::DeferredTask:
-    case Kind::CompletedTask:
+        return childCount > 0 ? Metrics::twoLineRowHeight : Metrics::rowHeight;
     case Kind::SubtaskComposer:
+        return Metrics::subtaskRowHeight;
+    case Kind::Task:
+    case Kind::CompletedTask:
         break;
     }
-    return isSubtask || kind == Kind::SubtaskComposer ? Metrics::subtaskRowHeight : Metrics::rowHeight;
+    return isSubtask ? Metrics::subtaskRowHeight : Metrics::rowHeight;
 }
 
 bool PanelRow::takesFocus() const

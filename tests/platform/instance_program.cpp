@@ -3,7 +3,7 @@
 // its second the patience in milliseconds; it takes its commands from standard input, a line each, and
 // answers with a line.
 #include "platform/linux/linux_single_instance.h"
-#include "platform/linux/termination_signals.h"
+#include "platform/termination_signals.h"
 
 #include <QCoreApplication>
 #include <QProcess>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/file_preferences.h"
 #include "platform/linux/linux_single_instance.h"
+#include "platform/linux/session_bus_probe.h"
 #include "platform/linux/x11_panel_window.h"
 #include "platform/none/no_panel_window.h"
 #include "platform/platform.h"
@@ -19,6 +20,13 @@ std::unique_ptr<PanelWindow> makePanelWindow()
 }
 
 } // namespace
+
+void prepareForApplication()
+{
+    constexpr std::chrono::milliseconds patience{500};
+    if (sessionBusHangs(patience))
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
+}
 
 Platform makePlatform()
 {

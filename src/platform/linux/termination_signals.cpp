@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/termination_signals.h"
+#include "platform/termination_signals.h"
 
 #include <array>
 #include <cerrno>
