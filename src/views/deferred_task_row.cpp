@@ -106,7 +106,8 @@ void DeferredTaskRow::placeChildren()
     constexpr int titleHeightOfTwo = 24;
     m_title->setGeometry(left, 0, textWidth, row().childCount > 0 ? titleHeightOfTwo : height());
     const QSize subtasksSize = m_subtasks->sizeHint();
-    m_subtasks->setGeometry(left, titleHeightOfTwo - 2, std::min(textWidth, subtasksSize.width()), subtasksSize.height());
+    m_subtasks->setGeometry(left, titleHeightOfTwo - 2, std::min(textWidth, subtasksSize.width()),
+                            subtasksSize.height());
 }
 
 void DeferredTaskRow::keyPressEvent(QKeyEvent *event)

@@ -8,6 +8,13 @@
 
 namespace wrenfold {
 
+namespace {
+
+/// What a line edit keeps free beside its text; taken back, so that the text does not move when editing begins.
+constexpr int fieldMargin = 2;
+
+} // namespace
+
 EditableLabel::EditableLabel(const QString &fieldName, QWidget *parent)
     : QWidget(parent)
     , m_fieldName(fieldName)
@@ -32,7 +39,7 @@ void EditableLabel::beginEditing()
         m_field = new TextField(m_fieldName, this);
         m_field->setFont(m_label->font());
         m_field->installEventFilter(this);
-        connect(m_field, &QLineEdit::returnPressed, this, [this] { closeByKey(true); });
+        m_field->setTextMargins(-fieldMargin, 0, 0, 0);
     }
     m_field->setGeometry(rect());
     m_field->setCommittedText(m_label->text());
@@ -62,10 +69,13 @@ void EditableLabel::closeByKey(bool isCommitted)
 
 bool EditableLabel::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == m_field && event->type() == QEvent::KeyPress &&
-        static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape) {
-        closeByKey(false);
-        return true;
+    if (watched == m_field && event->type() == QEvent::KeyPress) {
+        // Taken here: a Return that went on would act on the row around.
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape) {
+            closeByKey(key != Qt::Key_Escape);
+            return true;
+        }
     }
     if (watched == m_field && event->type() == QEvent::FocusOut) {
         const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();

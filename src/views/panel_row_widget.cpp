@@ -98,7 +98,7 @@ void PanelRowWidget::paintEvent(QPaintEvent *)
     else if (isEngaged())
         painter.setBrush(theme.hover);
     painter.drawRoundedRect(rect(), Metrics::rowRadius, Metrics::rowRadius);
-    if (hasFocus() && m_keyboardFocus.isShown())
+    if (showsFocusRing())
         Painting::focusRing(painter, rect(), Metrics::rowRadius);
 }
 

@@ -25,6 +25,9 @@ public:
     [[nodiscard]] const PanelRow &row() const { return m_row; }
     void setRow(const PanelRow &row);
 
+    /// Whether the row has the focus and it came by keyboard.
+    [[nodiscard]] bool showsFocusRing() const { return hasFocus() && m_keyboardFocus.isShown(); }
+
 protected:
     /// The row was replaced; `previous` is what was shown before.
     virtual void rowChanged(const PanelRow &previous) = 0;

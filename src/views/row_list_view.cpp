@@ -34,6 +34,10 @@ void RowListView::setRows(const QList<PanelRow> &rows)
     if (rows == m_rows)
         return;
     const qsizetype focusedBefore = focusedIndex();
+    const PanelRowWidget *focusedWidget =
+        focusedBefore < 0 ? nullptr : m_shown.value(m_rows[focusedBefore].identity());
+    const Qt::FocusReason reason =
+        focusedWidget && focusedWidget->showsFocusRing() ? Qt::TabFocusReason : Qt::MouseFocusReason;
 
     m_rows = rows;
     m_tops.resize(1);
@@ -47,7 +51,7 @@ void RowListView::setRows(const QList<PanelRow> &rows)
         if (successor < 0)
             successor = focusableFrom(rows.size() - 1, -1);
         if (successor >= 0)
-            focusIndex(successor, Qt::TabFocusReason);
+            focusIndex(successor, reason);
     }
     placeRows();
 }

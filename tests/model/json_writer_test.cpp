@@ -44,9 +44,10 @@ QString textReadBack(const QString &text)
     return readBack([&text](JsonWriter &json) { json.string(text); }).toString();
 }
 
+/// Read without Qt's JSON, which makes an integer of every number that is whole.
 double numberReadBack(double number)
 {
-    return readBack([number](JsonWriter &json) { json.number(number); }).toDouble();
+    return written([number](JsonWriter &json) { json.number(number); }).toDouble();
 }
 
 } // namespace
@@ -168,6 +169,18 @@ private Q_SLOTS:
     {
         QFETCH(double, number);
         QCOMPARE(std::bit_cast<quint64>(numberReadBack(number)), std::bit_cast<quint64>(number));
+    }
+
+    void everyNumberIsAJsonNumber()
+    {
+        for (const double number :
+             {0.0, -0.0, 1e-300, 5e-324, 1.7976931348623157e308, -0.1, 1e22, 123456789.0})
+            QCOMPARE(readBack([number](JsonWriter &json) { json.number(number); }).toDouble(1), number);
+    }
+
+    void aNegativeZeroIsNoInteger()
+    {
+        QCOMPARE(written([](JsonWriter &json) { json.number(-0.0); }), QByteArray("-0.0"));
     }
 
     void randomNumbersAreReadBackBitForBit()

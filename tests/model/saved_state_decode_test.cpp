@@ -284,16 +284,6 @@ private Q_SLOTS:
         QCOMPARE(state->workDurationMinutes, value);
     }
 
-    void aDateMayBeAnyNumber()
-    {
-        for (const auto *text : {"0", "-1", "25", "1e300", "2.5e-8"}) {
-            const std::optional<SavedState> state =
-                decodeSavedState(withTask(withMember(taskText, "createdAt", text)));
-            QVERIFY(state);
-            QCOMPARE(state->tasks.first().createdAt.secondsSince2001, QByteArray(text).toDouble());
-        }
-    }
-
     void unknownKeysAreIgnored()
     {
         const std::optional<SavedState> expected = decodeSavedState(documentText);

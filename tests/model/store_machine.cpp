@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "model/store_machine.h"
 
+#include <iterator>
+#include <numeric>
+
 namespace wrenfold {
 
 namespace {
 
-constexpr qsizetype mostTasks = 40;
 constexpr std::size_t mostUndoEntries = 50;
 constexpr qint64 flashMilliseconds = 6000;
 
@@ -21,64 +23,63 @@ QSet<QUuid> idsOf(const TaskList &tasks)
 
 StoreMachine::StoreMachine(quint32 seed)
     : m_random(seed)
+    , m_mostTasks(m_random.bounded(2, 41))
 {
+}
+
+const StoreMachine::Operation &StoreMachine::anyOperation()
+{
+    static constexpr Operation operations[] = {
+        {"addTask", 5, &StoreMachine::addTask},
+        {"addSubtask", 2, &StoreMachine::addSubtask},
+        {"beginAddSubtask", 1, &StoreMachine::beginAddSubtask},
+        {"endAddSubtask", 1, &StoreMachine::endAddSubtask},
+        {"toggleDone", 2, &StoreMachine::toggleDone},
+        {"setActive", 1, &StoreMachine::setActive},
+        {"toggleExpanded", 1, &StoreMachine::toggleExpanded},
+        {"updateTaskTitle", 1, &StoreMachine::updateTaskTitle},
+        {"deleteTask", 1, &StoreMachine::deleteTask},
+        {"deferTask", 1, &StoreMachine::deferTask},
+        {"restoreDeferredTask", 1, &StoreMachine::restoreDeferredTask},
+        {"setQuadrant", 1, &StoreMachine::setQuadrant},
+        {"clearCompleted", 1, &StoreMachine::clearCompleted},
+        {"undo", 3, &StoreMachine::undo},
+        {"redo", 2, &StoreMachine::redo},
+        {"undoAndRedo", 1, &StoreMachine::undoAndRedo},
+        {"redoAndUndo", 1, &StoreMachine::redoAndUndo},
+        {"applyPriorityOrder", 1, &StoreMachine::applyPriorityOrder},
+        {"moveTask", 2, &StoreMachine::moveTask},
+        {"beginTaskReorder", 1, &StoreMachine::beginTaskReorder},
+        {"endTaskReorder", 1, &StoreMachine::endTaskReorder},
+        {"cancelTaskReorder", 1, &StoreMachine::cancelTaskReorder},
+        {"setSortStatus", 1, &StoreMachine::setSortStatus},
+        {"letTimePass", 1, &StoreMachine::letTimePass},
+    };
+    static const int weights = std::accumulate(std::begin(operations), std::end(operations), 0,
+                                               [](int sum, const Operation &o) { return sum + o.weight; });
+    const Operation *operation = operations;
+    for (int left = m_random.bounded(weights) - operation->weight; left >= 0; left -= operation->weight)
+        ++operation;
+    return *operation;
 }
 
 QString StoreMachine::step()
 {
-    // The commoner an operation in use, the more often it stands here.
-    static constexpr Operation operations[] = {
-        &StoreMachine::addTask,
-        &StoreMachine::addTask,
-        &StoreMachine::addTask,
-        &StoreMachine::addTask,
-        &StoreMachine::addSubtask,
-        &StoreMachine::addSubtask,
-        &StoreMachine::beginAddSubtask,
-        &StoreMachine::endAddSubtask,
-        &StoreMachine::toggleDone,
-        &StoreMachine::toggleDone,
-        &StoreMachine::setActive,
-        &StoreMachine::toggleExpanded,
-        &StoreMachine::updateTaskTitle,
-        &StoreMachine::deleteTask,
-        &StoreMachine::deferTask,
-        &StoreMachine::restoreDeferredTask,
-        &StoreMachine::setQuadrant,
-        &StoreMachine::clearCompleted,
-        &StoreMachine::undo,
-        &StoreMachine::undo,
-        &StoreMachine::undo,
-        &StoreMachine::redo,
-        &StoreMachine::redo,
-        &StoreMachine::undoAndRedo,
-        &StoreMachine::redoAndUndo,
-        &StoreMachine::applyPriorityOrder,
-        &StoreMachine::moveTask,
-        &StoreMachine::moveTask,
-        &StoreMachine::beginTaskReorder,
-        &StoreMachine::endTaskReorder,
-        &StoreMachine::cancelTaskReorder,
-        &StoreMachine::setSortStatus,
-        &StoreMachine::letTimePass,
-    };
     m_before = {state(), m_ids};
     m_expected.reset();
     m_expectedNewTasks = 0;
     m_expectedWrites.reset();
     const int writes = m_fakes.preferences.writeCount();
 
-    const bool isFull = m_ids.size() >= mostTasks;
-    const Operation operation =
-        isFull ? &StoreMachine::deleteTask : operations[m_random.bounded(quint32(std::size(operations)))];
-    (this->*operation)();
+    const Operation &operation = anyOperation();
+    (this->*(m_ids.size() >= m_mostTasks ? &StoreMachine::deleteTask : operation.perform))();
 
     const int expectedWrites = m_expectedWrites.value_or(state() != m_before.snapshot ? 1 : 0);
-    if (m_fakes.preferences.writeCount() - writes != expectedWrites)
-        return QStringLiteral("%1 writes instead of %2")
-            .arg(m_fakes.preferences.writeCount() - writes)
-            .arg(expectedWrites);
-    return wrongness();
+    const int written = m_fakes.preferences.writeCount() - writes;
+    const QString wrong = written == expectedWrites
+                              ? wrongness()
+                              : QStringLiteral("%1 writes instead of %2").arg(written).arg(expectedWrites);
+    return wrong.isEmpty() ? wrong : QStringLiteral("after %1: %2").arg(QLatin1String(operation.name), wrong);
 }
 
 TaskItem StoreMachine::anyTask()
@@ -100,250 +101,6 @@ QString StoreMachine::anyTitle()
     default:
         return QStringLiteral("仕事 %1").arg(m_random.bounded(1000));
     }
-}
-
-void StoreMachine::addTask()
-{
-    const QString title = anyTitle();
-    const std::optional<QUuid> parent = oneIn(4) ? std::optional(anyTask().id) : std::nullopt;
-    m_store.addTask(title, oneIn(2), parent);
-    if (title.trimmed().isEmpty())
-        return expectNoChange();
-    const std::optional<QUuid> place = parent ? parent : m_composer;
-    if (place)
-        m_composer.reset();
-    if (place && !m_ids.contains(*place))
-        return expectNoChange();
-    m_expectedNewTasks = 1;
-    expectUndoEntry();
-}
-
-void StoreMachine::addSubtask()
-{
-    const QUuid parent = anyTask().id;
-    const QString title = anyTitle();
-    m_store.addSubtask(parent, title);
-    if (title.trimmed().isEmpty() || !m_ids.contains(parent))
-        return expectNoChange();
-    m_expectedNewTasks = 1;
-    expectUndoEntry();
-}
-
-void StoreMachine::beginAddSubtask()
-{
-    const TaskItem task = anyTask();
-    m_store.beginAddSubtask(task);
-    if (m_ids.contains(task.id))
-        m_composer = task.parentID.value_or(task.id);
-    expectNoChange();
-}
-
-void StoreMachine::endAddSubtask()
-{
-    m_store.endAddSubtask();
-    m_composer.reset();
-    expectNoChange();
-}
-
-void StoreMachine::toggleDone()
-{
-    const TaskItem task = anyTask();
-    m_store.toggleDone(task);
-    if (m_ids.contains(task.id))
-        expectUndoEntry();
-    else
-        expectNoChange();
-}
-
-void StoreMachine::setActive()
-{
-    const TaskItem task = anyTask();
-    m_store.setActive(task);
-    if (!m_ids.contains(task.id) || task.isDone || task.isDeferred ||
-        m_before.snapshot.activeTaskID == task.id)
-        return expectNoChange();
-    m_expected = {m_before.snapshot.tasks, task.id};
-    expectUndoEntry();
-}
-
-void StoreMachine::toggleExpanded()
-{
-    m_store.toggleExpanded(anyTask());
-}
-
-void StoreMachine::updateTaskTitle()
-{
-    const TaskItem task = anyTask();
-    const QString title = anyTitle();
-    m_store.updateTaskTitle(task, title);
-    if (m_ids.contains(task.id) && !title.trimmed().isEmpty())
-        expectUndoEntry();
-    else
-        expectNoChange();
-}
-
-void StoreMachine::deleteTask()
-{
-    const TaskItem task = anyTask();
-    m_store.deleteTask(task);
-    if (!m_ids.contains(task.id))
-        return expectNoChange();
-    expectDeletion(family(m_before.snapshot.tasks, task.id));
-    m_unknown = task;
-}
-
-void StoreMachine::deferTask()
-{
-    const TaskItem task = anyTask();
-    const TaskQuadrant quadrant = anyQuadrant();
-    m_store.deferTask(task, quadrant);
-    bool isDifferent = false;
-    for (const TaskItem &member : m_before.snapshot.tasks) {
-        if (member.id == task.id || member.parentID == task.id)
-            isDifferent = isDifferent || !member.isDeferred || member.quadrant != quadrant;
-    }
-    if (!isDifferent)
-        return expectNoChange();
-    expectUndoEntry();
-    expectFlash();
-}
-
-void StoreMachine::restoreDeferredTask()
-{
-    const TaskItem task = anyTask();
-    m_store.restoreDeferredTask(task);
-    bool isDifferent = false;
-    for (const TaskItem &member : m_before.snapshot.tasks) {
-        if (member.id == task.id || member.parentID == task.id)
-            isDifferent = isDifferent || member.isDeferred;
-    }
-    if (!m_ids.contains(task.id) || !isDifferent)
-        return expectNoChange();
-    expectUndoEntry();
-    expectFlash();
-}
-
-void StoreMachine::setQuadrant()
-{
-    const TaskItem task = anyTask();
-    m_store.setQuadrant(anyQuadrant(), task);
-    if (!m_ids.contains(task.id))
-        return expectNoChange();
-    expectUndoEntry();
-    expectFlash();
-}
-
-void StoreMachine::clearCompleted()
-{
-    QSet<QUuid> removed;
-    for (const TaskItem &task : m_before.snapshot.tasks) {
-        if (task.isDone)
-            removed.insert(task.id);
-    }
-    m_store.clearCompleted();
-    if (removed.isEmpty())
-        expectNoChange();
-    else
-        expectDeletion(removed);
-}
-
-void StoreMachine::undo()
-{
-    m_store.undo();
-    expectStep(m_undo, m_redo);
-}
-
-void StoreMachine::redo()
-{
-    m_store.redo();
-    expectStep(m_redo, m_undo);
-}
-
-void StoreMachine::undoAndRedo()
-{
-    if (m_undo.empty())
-        return undo();
-    m_store.undo();
-    m_store.redo();
-    m_expectedWrites = m_undo.back().snapshot == m_before.snapshot ? 0 : 2;
-    m_pendingUndo.reset();
-    expectFlash();
-    expectNoChange();
-    if (!m_ids.contains(m_composer.value_or(QUuid())) || !m_undo.back().ids.contains(*m_composer))
-        m_composer.reset();
-}
-
-void StoreMachine::redoAndUndo()
-{
-    if (m_redo.empty())
-        return redo();
-    m_store.redo();
-    m_store.undo();
-    m_expectedWrites = m_redo.back().snapshot == m_before.snapshot ? 0 : 2;
-    m_pendingUndo.reset();
-    expectFlash();
-    expectNoChange();
-    if (!m_ids.contains(m_composer.value_or(QUuid())) || !m_redo.back().ids.contains(*m_composer))
-        m_composer.reset();
-}
-
-void StoreMachine::applyPriorityOrder()
-{
-    QList<QUuid> order;
-    for (int i = m_random.bounded(10); i > 0; --i)
-        order << anyTask().id; // Repeats, subtasks and unknown ones among them.
-    m_store.applyPriorityOrder(order);
-    if (state() != m_before.snapshot)
-        expectUndoEntry();
-}
-
-void StoreMachine::moveTask()
-{
-    m_store.moveTask(anyTask().id, anyTask().id, oneIn(2));
-}
-
-void StoreMachine::beginTaskReorder()
-{
-    m_store.beginTaskReorder();
-    if (!m_dragStart)
-        m_dragStart = m_before;
-    expectNoChange();
-}
-
-void StoreMachine::endTaskReorder()
-{
-    m_store.endTaskReorder();
-    const std::optional<State> start = std::exchange(m_dragStart, std::nullopt);
-    if (start && start->snapshot != m_before.snapshot)
-        expectUndoEntry(*start);
-    expectNoChange();
-}
-
-void StoreMachine::cancelTaskReorder()
-{
-    m_store.cancelTaskReorder();
-    // The state of the beginning comes back whole: with what was deleted, without what was added since.
-    expectState(std::exchange(m_dragStart, std::nullopt).value_or(m_before));
-}
-
-void StoreMachine::setSortStatus()
-{
-    m_store.setSortStatus(QStringLiteral("AIで整列中"));
-    m_isStatusShown = true;
-    m_statusEnd = -1;
-    expectNoChange();
-}
-
-void StoreMachine::letTimePass()
-{
-    const int milliseconds = m_random.bounded(8000);
-    m_fakes.clock.advance(std::chrono::milliseconds(milliseconds));
-    m_now += milliseconds;
-    if (m_statusEnd >= 0 && m_now >= m_statusEnd)
-        m_isStatusShown = false;
-    if (m_now >= m_pendingUndoEnd)
-        m_pendingUndo.reset();
-    expectNoChange();
 }
 
 void StoreMachine::expectUndoEntry(const State &before)

@@ -31,9 +31,15 @@ private:
         TaskSnapshot snapshot;
         QSet<QUuid> ids;
     };
-    using Operation = void (StoreMachine::*)();
+    struct Operation
+    {
+        const char *name;
+        int weight; ///< How often it comes, among the others.
+        void (StoreMachine::*perform)();
+    };
 
     // What is drawn at random.
+    [[nodiscard]] const Operation &anyOperation();
     [[nodiscard]] bool oneIn(int count) { return m_random.bounded(count) == 0; }
     [[nodiscard]] TaskItem anyTask();
     [[nodiscard]] QString anyTitle();
@@ -78,9 +84,11 @@ private:
     [[nodiscard]] QString wrongList() const;
 
     QRandomGenerator m_random;
+    const qsizetype m_mostTasks; ///< From here on tasks are deleted.
     StoreOnFakes m_fakes{TaskList{}};
     FocusStore &m_store = m_fakes.store;
-    TaskItem m_unknown = madeTask(QStringLiteral("unknown")); ///< Never in the list, or deleted once.
+    TaskItem m_unknown =
+        madeTask(QStringLiteral("unknown")); ///< Never in the list, or deleted and out of date.
 
     // As before the operation under way, and what it is expected to do.
     State m_before;

@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: MIT
+#include "app/launch_options.h"
+#include "support/test_case.h"
+
+namespace wrenfold {
+
+namespace {
+
+using Mode = LaunchOptions::Mode;
+
+/// Splits at blanks.
+LaunchOptions parsed(const char *arguments)
+{
+    return LaunchOptions::parse(QString::fromUtf8(arguments).split(QLatin1Char(' '), Qt::SkipEmptyParts));
+}
+
+LaunchOptions request(Mode mode, const QStringList &titles, const QString &goal = {})
+{
+    LaunchOptions options;
+    options.mode = mode;
+    options.taskTitles = titles;
+    options.mediumGoal = goal;
+    return options;
+}
+
+LaunchOptions usageError(const char *text)
+{
+    LaunchOptions options;
+    options.mode = Mode::UsageError;
+    options.usageError = QString::fromUtf8(text);
+    return options;
+}
+
+const QString a = QStringLiteral("A");
+const QString b = QStringLiteral("B");
+const QString goal = QStringLiteral("G");
+
+} // namespace
+
+class LaunchOptionsTest : public TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void noArgumentsAreAnInteractiveRun() { QCOMPARE(parsed(""), LaunchOptions()); }
+
+    void unknownAndPartialOptionsAreAnInteractiveRun()
+    {
+        QCOMPARE(parsed("A --platform offscreen --verbose --debug --DEBUG-SORT --debug-sort=A --helpful"),
+                 LaunchOptions());
+    }
+
+    void aSplitTakesTheArgumentBehindIt()
+    {
+        QCOMPARE(parsed("--debug-split A B"), request(Mode::DebugSplit, {a}));
+        QCOMPARE(parsed("B --debug-split A --debug-split B"), request(Mode::DebugSplit, {a}));
+    }
+
+    void anEmptyOrJapaneseTitleIsATitle()
+    {
+        QCOMPARE(LaunchOptions::parse({QStringLiteral("--debug-split"), QString()}),
+                 request(Mode::DebugSplit, {QString()}));
+        QCOMPARE(parsed("--debug-split 資料を作る"),
+                 request(Mode::DebugSplit, {QStringLiteral("資料を作る")}));
+    }
+
+    void aSplitWithoutATitleIsAUsageError()
+    {
+        QCOMPARE(parsed("--debug-split"), usageError("--debug-split requires a task title"));
+        QCOMPARE(parsed("--goal G --debug-split"), usageError("--debug-split requires a task title"));
+    }
+
+    void aSplitTakesItsGoalFromAnywhere()
+    {
+        QCOMPARE(parsed("--debug-split A --goal G"), request(Mode::DebugSplit, {a}, goal));
+        QCOMPARE(parsed("--goal G --debug-split A"), request(Mode::DebugSplit, {a}, goal));
+    }
+
+    void splitFollowedByGoalTakesGoalItselfAsTheTitle()
+    {
+        QCOMPARE(parsed("--debug-split --goal"), request(Mode::DebugSplit, {QStringLiteral("--goal")}));
+    }
+
+    void splitFollowedByHelpTakesHelpAsTheTitle()
+    {
+        QCOMPARE(parsed("--debug-split --help"), request(Mode::DebugSplit, {QStringLiteral("--help")}));
+    }
+
+    void withASplitAndASortOnlyTheSplitRunsWhereverItStands()
+    {
+        QCOMPARE(parsed("--debug-split A --debug-sort A B"), request(Mode::DebugSplit, {a}));
+        QCOMPARE(parsed("--debug-sort A B --debug-split A"), request(Mode::DebugSplit, {a}));
+        QCOMPARE(parsed("--debug-sort A B --debug-split"),
+                 usageError("--debug-split requires a task title"));
+    }
+
+    void sortWithTheGoalBehindOrBeforeTheTitlesIsTheSame()
+    {
+        QCOMPARE(parsed("--debug-sort A B --goal G"), request(Mode::DebugSort, {a, b}, goal));
+        QCOMPARE(parsed("--goal G --debug-sort A B"), request(Mode::DebugSort, {a, b}, goal));
+    }
+
+    void sortATheGoalGBTakesOnlyAAndFails()
+    {
+        QCOMPARE(parsed("--debug-sort A --goal G B"),
+                 usageError("--debug-sort requires at least two task titles"));
+    }
+
+    void aSortWithFewerThanTwoTitlesIsAUsageError()
+    {
+        const LaunchOptions error = usageError("--debug-sort requires at least two task titles");
+        QCOMPARE(parsed("--debug-sort"), error);
+        QCOMPARE(parsed("--debug-sort A"), error);
+        QCOMPARE(parsed("A B --debug-sort"), error);
+        QCOMPARE(parsed("--debug-sort --debug-sort A B"), error);
+    }
+
+    void aSortStopsAtTheNextOptionOfAnyName()
+    {
+        QCOMPARE(parsed("--debug-sort A -b --verbose B"),
+                 request(Mode::DebugSort, {a, QStringLiteral("-b")}));
+    }
+
+    void goalAsTheLastArgumentIsAnEmptyGoal()
+    {
+        QCOMPARE(parsed("--debug-sort A B --goal"), request(Mode::DebugSort, {a, b}));
+        QCOMPARE(parsed("--debug-split A --goal"), request(Mode::DebugSplit, {a}));
+    }
+
+    void aValueIsTakenAsItStandsBehindTheFirstOfItsKey()
+    {
+        const QStringList arguments = {QStringLiteral("--goal"), QStringLiteral("--verbose"),
+                                       QStringLiteral("--goal"), goal};
+        QCOMPARE(debugValue(QStringLiteral("--goal"), arguments), QStringLiteral("--verbose"));
+        QCOMPARE(debugValue(QStringLiteral("--Goal"), arguments), QString());
+        QCOMPARE(debugValue(QStringLiteral("--goal"), {}), QString());
+    }
+
+    void theSelfCheckYieldsToSortAndSplitOnly()
+    {
+        QCOMPARE(parsed("--help --version --debug-preserve-completed"),
+                 request(Mode::DebugPreserveCompleted, {}));
+        QCOMPARE(parsed("--debug-preserve-completed --debug-sort A B"), request(Mode::DebugSort, {a, b}));
+        QCOMPARE(parsed("--debug-preserve-completed --debug-split A"), request(Mode::DebugSplit, {a}));
+    }
+
+    void helpAndVersionHaveTheirUsualNames()
+    {
+        QCOMPARE(parsed("--help"), request(Mode::Help, {}));
+        QCOMPARE(parsed("--version -h"), request(Mode::Help, {}));
+        QCOMPARE(parsed("--version"), request(Mode::Version, {}));
+        QCOMPARE(parsed("-v"), request(Mode::Version, {}));
+    }
+
+    void theHelpNamesEveryOption()
+    {
+        for (const char *option : {"--verbose", "--help", "--version", "--debug-split", "--debug-sort",
+                                   "--goal", "--debug-preserve-completed", "WRENFOLD_DEBUG"})
+            QVERIFY2(LaunchOptions::help().contains(QLatin1String(option)), option);
+    }
+};
+
+} // namespace wrenfold
+
+QTEST_GUILESS_MAIN(wrenfold::LaunchOptionsTest)
+#include "launch_options_test.moc"

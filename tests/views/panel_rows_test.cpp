@@ -1,0 +1,284 @@
+// SPDX-License-Identifier: MIT
+#include "look/theme.h"
+#include "model/store_on_fakes.h"
+#include "support/test_case.h"
+#include "views/panel_rows.h"
+
+#include <QElapsedTimer>
+#include <QSet>
+
+namespace wrenfold {
+
+namespace {
+
+using Kind = PanelRow::Kind;
+
+TaskItem expanded(TaskItem task)
+{
+    task.isExpanded = true;
+    return task;
+}
+
+/// The row in a short form: kind, what it shows, its number or count.
+QString shortForm(const PanelRow &row)
+{
+    const QString title = row.task.title;
+    switch (row.kind) {
+    case Kind::TodoHeader:
+        return QStringLiteral("TODO %1").arg(row.count);
+    case Kind::EmptyState:
+        return QStringLiteral("empty");
+    case Kind::Task:
+        return row.isSubtask
+                   ? QStringLiteral("- %1 %2/%3").arg(title).arg(row.subtaskNumber).arg(row.subtaskTotal)
+                   : title;
+    case Kind::SubtaskComposer:
+        return QStringLiteral("+ under ") + title;
+    case Kind::DeferredHeader:
+        return QStringLiteral("LATER %1").arg(row.count);
+    case Kind::DeferredTask:
+        return QStringLiteral("later ") + title;
+    case Kind::CompletedHeader:
+        return QStringLiteral("DONE %1").arg(row.count);
+    case Kind::CompletedTask:
+        return QStringLiteral("done ") + title;
+    }
+    return {};
+}
+
+QStringList shortForms(const PanelRowsInput &input)
+{
+    QStringList forms;
+    for (const PanelRow &row : panelRows(input))
+        forms.append(shortForm(row));
+    return forms;
+}
+
+PanelRow rowOf(const PanelRowsInput &input, const TaskItem &task, Kind kind = Kind::Task)
+{
+    for (const PanelRow &row : panelRows(input)) {
+        if (row.kind == kind && row.task.id == task.id)
+            return row;
+    }
+    QTest::qFail(qPrintable(QStringLiteral("no row for ") + task.title), __FILE__, __LINE__);
+    return {};
+}
+
+PanelRow emptyState(const TaskList &tasks)
+{
+    const QList<PanelRow> rows = panelRows({.tasks = tasks});
+    return rows.value(1);
+}
+
+const QString noneYet = QStringLiteral("TODOはまだありません");
+const QString noneNow = QStringLiteral("今やるTODOはありません");
+const QString addAbove = QStringLiteral("上の入力欄からTODOを追加できます");
+const QString restoreBelow = QStringLiteral("下の「あとでやる」からTODOへ戻せます");
+
+} // namespace
+
+class PanelRowsTest : public TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void openTasksStandInTheListsOrder()
+    {
+        QCOMPARE(shortForms({.tasks = {madeTask("b"), madeTask("a"), madeTask("c")}}),
+                 QStringList({"TODO 3", "b", "a", "c"}));
+    }
+
+    void anExpandedParentIsFollowedByItsNumberedSubtasks()
+    {
+        const TaskItem parent = expanded(madeTask("p"));
+        const TaskList tasks = {parent, madeSubtask("a", parent), madeTask("x"),
+                                done(madeSubtask("b", parent))};
+        QCOMPARE(shortForms({.tasks = tasks}),
+                 QStringList({"TODO 3", "p", "- a 1/2", "- b 2/2", "x", "DONE 1"}));
+        const PanelRow row = rowOf({.tasks = tasks}, parent);
+        QVERIFY(row.isExpanded);
+        QCOMPARE(row.childCount, 2);
+    }
+
+    void aFoldedParentHidesItsSubtasksButCountsThem()
+    {
+        const TaskItem parent = madeTask("p");
+        const PanelRowsInput input = {.tasks = {parent, madeSubtask("a", parent)}};
+        QCOMPARE(shortForms(input), QStringList({"TODO 2", "p"}));
+        QVERIFY(!rowOf(input, parent).isExpanded);
+        QCOMPARE(rowOf(input, parent).childCount, 1);
+    }
+
+    void aTaskWithoutSubtasksIsNotExpanded()
+    {
+        const TaskItem task = expanded(madeTask("a"));
+        QVERIFY(!rowOf({.tasks = {task}}, task).isExpanded);
+    }
+
+    void onlyTheTaskInHandIsActive()
+    {
+        const TaskItem parent = expanded(madeTask("p"));
+        const TaskItem child = madeSubtask("a", parent);
+        const PanelRowsInput input = {.tasks = {parent, child}, .activeTaskID = child.id};
+        QVERIFY(!rowOf(input, parent).isActive);
+        QVERIFY(rowOf(input, child).isActive);
+    }
+
+    void theComposerStandsBehindTheLastSubtask()
+    {
+        const TaskItem parent = expanded(madeTask("p"));
+        const TaskItem other = madeTask("x");
+        const TaskList tasks = {parent, madeSubtask("a", parent), other};
+        QCOMPARE(shortForms({.tasks = tasks, .subtaskComposerParentID = parent.id}),
+                 QStringList({"TODO 3", "p", "- a 1/1", "+ under p", "x"}));
+        QCOMPARE(shortForms({.tasks = tasks, .subtaskComposerParentID = other.id}),
+                 QStringList({"TODO 3", "p", "- a 1/1", "x", "+ under x"}));
+    }
+
+    void theComposerStandsBehindAFoldedParent()
+    {
+        const TaskItem parent = madeTask("p");
+        QCOMPARE(shortForms({.tasks = {parent, madeSubtask("a", parent), madeTask("x")},
+                             .subtaskComposerParentID = parent.id}),
+                 QStringList({"TODO 3", "p", "+ under p", "x"}));
+    }
+
+    void thereIsNoComposerForATaskThatIsNotOpen()
+    {
+        const TaskItem later = deferred(madeTask("a"));
+        const TaskItem over = done(madeTask("b"));
+        QCOMPARE(shortForms({.tasks = {later, over}, .subtaskComposerParentID = later.id}),
+                 QStringList({"TODO 0", "empty", "LATER 1", "later a", "DONE 1"}));
+        QCOMPARE(shortForms({.tasks = {later, over}, .subtaskComposerParentID = over.id}),
+                 QStringList({"TODO 0", "empty", "LATER 1", "later a", "DONE 1"}));
+    }
+
+    void anEmptyListHasNoTasksYet()
+    {
+        QCOMPARE(shortForms({}), QStringList({"TODO 0", "empty"}));
+        QCOMPARE(emptyState({}).title, noneYet);
+        QCOMPARE(emptyState({}).hint, addAbove);
+    }
+
+    void withOnlyCompletedTasksThereIsNothingToDoNow()
+    {
+        QCOMPARE(emptyState({done(madeTask("a"))}).title, noneNow);
+        QCOMPARE(emptyState({done(madeTask("a"))}).hint, addAbove);
+    }
+
+    void withDeferredTasksTheHintPointsAtThem()
+    {
+        QCOMPARE(emptyState({deferred(madeTask("a"))}).title, noneNow);
+        QCOMPARE(emptyState({deferred(madeTask("a"))}).hint, restoreBelow);
+        QCOMPARE(emptyState({done(madeTask("b")), deferred(madeTask("a"))}).hint, restoreBelow);
+        QCOMPARE(emptyState({done(deferred(madeTask("a")))}).hint, addAbove);
+    }
+
+    void thereIsNoEmptyStateBesideAnOpenTask()
+    {
+        QCOMPARE(shortForms({.tasks = {madeTask("a"), deferred(madeTask("b"))}}),
+                 QStringList({"TODO 1", "a", "LATER 1", "later b"}));
+    }
+
+    void aDeferredParentSpeaksForItsSubtasks()
+    {
+        const TaskItem parent = deferred(madeTask("p"));
+        const PanelRowsInput input = {.tasks = {parent, deferred(madeSubtask("a", parent)),
+                                                deferred(madeSubtask("b", parent))}};
+        QCOMPARE(shortForms(input), QStringList({"TODO 0", "empty", "LATER 1", "later p"}));
+        QCOMPARE(rowOf(input, parent, Kind::DeferredTask).childCount, 2);
+    }
+
+    void aDeferredSubtaskOfAnOpenParentHasARowOfItsOwn()
+    {
+        const TaskItem parent = expanded(madeTask("p"));
+        QCOMPARE(shortForms({.tasks = {parent, deferred(madeSubtask("a", parent)), madeSubtask("b", parent)}}),
+                 QStringList({"TODO 2", "p", "- b 2/2", "LATER 1", "later a"}));
+    }
+
+    void aDeferredSubtaskOfACompletedParentHasARowOfItsOwn()
+    {
+        const TaskItem parent = done(deferred(madeTask("p")));
+        QCOMPARE(shortForms({.tasks = {parent, deferred(madeSubtask("a", parent))}}),
+                 QStringList({"TODO 0", "empty", "LATER 1", "later a", "DONE 1"}));
+    }
+
+    void completedTasksAreListedWhereverTheyStood()
+    {
+        const TaskItem parent = madeTask("p");
+        QCOMPARE(shortForms({.tasks = {done(madeTask("a")), parent, done(madeSubtask("b", parent)),
+                                       done(deferred(madeTask("c")))},
+                             .isCompletedSectionExpanded = true}),
+                 QStringList({"TODO 1", "p", "DONE 3", "done a", "done b", "done c"}));
+    }
+
+    void aFoldedSectionShowsOnlyItsHeaderWithTheCount()
+    {
+        const TaskList tasks = {deferred(madeTask("a")), deferred(madeTask("b")), done(madeTask("c"))};
+        QCOMPARE(shortForms({.tasks = tasks, .isDeferredSectionExpanded = false}),
+                 QStringList({"TODO 0", "empty", "LATER 2", "DONE 1"}));
+        QCOMPARE(shortForms({.tasks = tasks, .isCompletedSectionExpanded = true}),
+                 QStringList({"TODO 0", "empty", "LATER 2", "later a", "later b", "DONE 1", "done c"}));
+    }
+
+    void aHeaderSaysWhetherItsSectionIsShown()
+    {
+        const TaskList tasks = {deferred(madeTask("a")), done(madeTask("c"))};
+        const QList<PanelRow> rows = panelRows({.tasks = tasks});
+        QVERIFY(rows.at(2).kind == Kind::DeferredHeader && rows.at(2).isExpanded);
+        QVERIFY(rows.at(4).kind == Kind::CompletedHeader && !rows.at(4).isExpanded);
+    }
+
+    void noTwoRowsHaveTheSameIdentity()
+    {
+        const TaskItem parent = expanded(madeTask("p"));
+        const PanelRowsInput input = {
+            .tasks = {parent, done(madeSubtask("a", parent)), deferred(madeSubtask("b", parent)),
+                      deferred(madeTask("c")), done(madeTask("d"))},
+            .subtaskComposerParentID = parent.id,
+            .isCompletedSectionExpanded = true};
+        QSet<PanelRow::Identity> identities;
+        const QList<PanelRow> rows = panelRows(input);
+        for (const PanelRow &row : rows)
+            identities.insert(row.identity());
+        QCOMPARE(identities.size(), rows.size());
+    }
+
+    void aRowKeepsItsIdentityWhenItsTaskChanges()
+    {
+        TaskItem task = madeTask("a");
+        const PanelRow before = rowOf({.tasks = {task}}, task);
+        task.title = QStringLiteral("b");
+        const PanelRow after = rowOf({.tasks = {task}, .activeTaskID = task.id}, task);
+        QVERIFY(before != after);
+        QCOMPARE(before.identity(), after.identity());
+    }
+
+    void rowsThatCanBeActedOnTakeTheFocus()
+    {
+        const TaskItem parent = expanded(madeTask("p"));
+        const QList<PanelRow> rows =
+            panelRows({.tasks = {parent, madeSubtask("a", parent), deferred(madeTask("c")), done(madeTask("d"))},
+                       .subtaskComposerParentID = parent.id,
+                       .isCompletedSectionExpanded = true});
+        for (const PanelRow &row : rows)
+            QCOMPARE(row.takesFocus(), row.kind != Kind::TodoHeader);
+        QVERIFY(!panelRows({}).at(1).takesFocus());
+    }
+
+    void everyRowIsHighEnoughToBeHit()
+    {
+        const TaskItem parent = expanded(madeTask("p"));
+        const QList<PanelRow> rows =
+            panelRows({.tasks = {parent, madeSubtask("a", parent), deferred(madeTask("c")), done(madeTask("d"))},
+                       .subtaskComposerParentID = parent.id,
+                       .isCompletedSectionExpanded = true});
+        for (const PanelRow &row : rows)
+            QVERIFY(row.height() >= Metrics::checkHitSize);
+    }
+};
+
+} // namespace wrenfold
+
+QTEST_GUILESS_MAIN(wrenfold::PanelRowsTest)
+#include "panel_rows_test.moc"
