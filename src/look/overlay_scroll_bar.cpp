@@ -44,6 +44,8 @@ bool OverlayScrollBar::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::Resize)
         follow();
+    else if (event->type() == QEvent::Enter || event->type() == QEvent::Leave)
+        update();
     return QWidget::eventFilter(watched, event);
 }
 
@@ -80,6 +82,8 @@ void OverlayScrollBar::mouseMoveEvent(QMouseEvent *event)
 
 void OverlayScrollBar::paintEvent(QPaintEvent *)
 {
+    if (!parentWidget()->underMouse())
+        return;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);

@@ -109,8 +109,7 @@ private Q_SLOTS:
         QByteArray program = "wrenfold";
         QByteArray command = "--debug-preserve-completed";
         QByteArray verbose = "--verbose";
-        std::array arguments = {program.data(), command.data(), verbose.data(),
-                                static_cast<char *>(nullptr)};
+        std::array arguments = {program.data(), command.data(), verbose.data(), static_cast<char *>(nullptr)};
         DebugLog::setArguments({});
         QVERIFY(!DebugLog::isVerbose());
 

@@ -90,8 +90,7 @@ private Q_SLOTS:
     {
         QCOMPARE(parsed("--debug-split A --debug-sort A B"), request(Mode::DebugSplit, {a}));
         QCOMPARE(parsed("--debug-sort A B --debug-split A"), request(Mode::DebugSplit, {a}));
-        QCOMPARE(parsed("--debug-sort A B --debug-split"),
-                 usageError("--debug-split requires a task title"));
+        QCOMPARE(parsed("--debug-sort A B --debug-split"), usageError("--debug-split requires a task title"));
     }
 
     void sortWithTheGoalBehindOrBeforeTheTitlesIsTheSame()

@@ -4,7 +4,6 @@
 #include "support/test_case.h"
 #include "views/panel_rows.h"
 
-#include <QElapsedTimer>
 #include <QSet>
 
 namespace wrenfold {
@@ -12,6 +11,16 @@ namespace wrenfold {
 namespace {
 
 using Kind = PanelRow::Kind;
+
+TaskItem task(const char *title)
+{
+    return madeTask(QString::fromUtf8(title));
+}
+
+TaskItem subtask(const char *title, const TaskItem &parent)
+{
+    return madeSubtask(QString::fromUtf8(title), parent);
+}
 
 TaskItem expanded(TaskItem task)
 {
@@ -46,12 +55,12 @@ QString shortForm(const PanelRow &row)
     return {};
 }
 
-QStringList shortForms(const PanelRowsInput &input)
+QString shortForms(const PanelRowsInput &input)
 {
     QStringList forms;
     for (const PanelRow &row : panelRows(input))
         forms.append(shortForm(row));
-    return forms;
+    return forms.join(QStringLiteral(", "));
 }
 
 PanelRow rowOf(const PanelRowsInput &input, const TaskItem &task, Kind kind = Kind::Task)
@@ -84,17 +93,14 @@ class PanelRowsTest : public TestCase
 private Q_SLOTS:
     void openTasksStandInTheListsOrder()
     {
-        QCOMPARE(shortForms({.tasks = {madeTask("b"), madeTask("a"), madeTask("c")}}),
-                 QStringList({"TODO 3", "b", "a", "c"}));
+        QCOMPARE(shortForms({.tasks = {task("b"), task("a"), task("c")}}), QStringLiteral("TODO 3, b, a, c"));
     }
 
     void anExpandedParentIsFollowedByItsNumberedSubtasks()
     {
-        const TaskItem parent = expanded(madeTask("p"));
-        const TaskList tasks = {parent, madeSubtask("a", parent), madeTask("x"),
-                                done(madeSubtask("b", parent))};
-        QCOMPARE(shortForms({.tasks = tasks}),
-                 QStringList({"TODO 3", "p", "- a 1/2", "- b 2/2", "x", "DONE 1"}));
+        const TaskItem parent = expanded(task("p"));
+        const TaskList tasks = {parent, subtask("a", parent), task("x"), done(subtask("b", parent))};
+        QCOMPARE(shortForms({.tasks = tasks}), QStringLiteral("TODO 3, p, - a 1/2, - b 2/2, x, DONE 1"));
         const PanelRow row = rowOf({.tasks = tasks}, parent);
         QVERIFY(row.isExpanded);
         QCOMPARE(row.childCount, 2);
@@ -102,23 +108,23 @@ private Q_SLOTS:
 
     void aFoldedParentHidesItsSubtasksButCountsThem()
     {
-        const TaskItem parent = madeTask("p");
-        const PanelRowsInput input = {.tasks = {parent, madeSubtask("a", parent)}};
-        QCOMPARE(shortForms(input), QStringList({"TODO 2", "p"}));
+        const TaskItem parent = task("p");
+        const PanelRowsInput input = {.tasks = {parent, subtask("a", parent)}};
+        QCOMPARE(shortForms(input), QStringLiteral("TODO 2, p"));
         QVERIFY(!rowOf(input, parent).isExpanded);
         QCOMPARE(rowOf(input, parent).childCount, 1);
     }
 
     void aTaskWithoutSubtasksIsNotExpanded()
     {
-        const TaskItem task = expanded(madeTask("a"));
+        const TaskItem task = expanded(wrenfold::task("a"));
         QVERIFY(!rowOf({.tasks = {task}}, task).isExpanded);
     }
 
     void onlyTheTaskInHandIsActive()
     {
-        const TaskItem parent = expanded(madeTask("p"));
-        const TaskItem child = madeSubtask("a", parent);
+        const TaskItem parent = expanded(task("p"));
+        const TaskItem child = subtask("a", parent);
         const PanelRowsInput input = {.tasks = {parent, child}, .activeTaskID = child.id};
         QVERIFY(!rowOf(input, parent).isActive);
         QVERIFY(rowOf(input, child).isActive);
@@ -126,104 +132,104 @@ private Q_SLOTS:
 
     void theComposerStandsBehindTheLastSubtask()
     {
-        const TaskItem parent = expanded(madeTask("p"));
-        const TaskItem other = madeTask("x");
-        const TaskList tasks = {parent, madeSubtask("a", parent), other};
+        const TaskItem parent = expanded(task("p"));
+        const TaskItem other = task("x");
+        const TaskList tasks = {parent, subtask("a", parent), other};
         QCOMPARE(shortForms({.tasks = tasks, .subtaskComposerParentID = parent.id}),
-                 QStringList({"TODO 3", "p", "- a 1/1", "+ under p", "x"}));
+                 QStringLiteral("TODO 3, p, - a 1/1, + under p, x"));
         QCOMPARE(shortForms({.tasks = tasks, .subtaskComposerParentID = other.id}),
-                 QStringList({"TODO 3", "p", "- a 1/1", "x", "+ under x"}));
+                 QStringLiteral("TODO 3, p, - a 1/1, x, + under x"));
     }
 
     void theComposerStandsBehindAFoldedParent()
     {
-        const TaskItem parent = madeTask("p");
-        QCOMPARE(shortForms({.tasks = {parent, madeSubtask("a", parent), madeTask("x")},
+        const TaskItem parent = task("p");
+        QCOMPARE(shortForms({.tasks = {parent, subtask("a", parent), task("x")},
                              .subtaskComposerParentID = parent.id}),
-                 QStringList({"TODO 3", "p", "+ under p", "x"}));
+                 QStringLiteral("TODO 3, p, + under p, x"));
     }
 
     void thereIsNoComposerForATaskThatIsNotOpen()
     {
-        const TaskItem later = deferred(madeTask("a"));
-        const TaskItem over = done(madeTask("b"));
+        const TaskItem later = deferred(task("a"));
+        const TaskItem over = done(task("b"));
         QCOMPARE(shortForms({.tasks = {later, over}, .subtaskComposerParentID = later.id}),
-                 QStringList({"TODO 0", "empty", "LATER 1", "later a", "DONE 1"}));
+                 QStringLiteral("TODO 0, empty, LATER 1, later a, DONE 1"));
         QCOMPARE(shortForms({.tasks = {later, over}, .subtaskComposerParentID = over.id}),
-                 QStringList({"TODO 0", "empty", "LATER 1", "later a", "DONE 1"}));
+                 QStringLiteral("TODO 0, empty, LATER 1, later a, DONE 1"));
     }
 
     void anEmptyListHasNoTasksYet()
     {
-        QCOMPARE(shortForms({}), QStringList({"TODO 0", "empty"}));
+        QCOMPARE(shortForms({}), QStringLiteral("TODO 0, empty"));
         QCOMPARE(emptyState({}).title, noneYet);
         QCOMPARE(emptyState({}).hint, addAbove);
     }
 
     void withOnlyCompletedTasksThereIsNothingToDoNow()
     {
-        QCOMPARE(emptyState({done(madeTask("a"))}).title, noneNow);
-        QCOMPARE(emptyState({done(madeTask("a"))}).hint, addAbove);
+        QCOMPARE(emptyState({done(task("a"))}).title, noneNow);
+        QCOMPARE(emptyState({done(task("a"))}).hint, addAbove);
     }
 
     void withDeferredTasksTheHintPointsAtThem()
     {
-        QCOMPARE(emptyState({deferred(madeTask("a"))}).title, noneNow);
-        QCOMPARE(emptyState({deferred(madeTask("a"))}).hint, restoreBelow);
-        QCOMPARE(emptyState({done(madeTask("b")), deferred(madeTask("a"))}).hint, restoreBelow);
-        QCOMPARE(emptyState({done(deferred(madeTask("a")))}).hint, addAbove);
+        QCOMPARE(emptyState({deferred(task("a"))}).title, noneNow);
+        QCOMPARE(emptyState({deferred(task("a"))}).hint, restoreBelow);
+        QCOMPARE(emptyState({done(task("b")), deferred(task("a"))}).hint, restoreBelow);
+        QCOMPARE(emptyState({done(deferred(task("a")))}).hint, addAbove);
     }
 
     void thereIsNoEmptyStateBesideAnOpenTask()
     {
-        QCOMPARE(shortForms({.tasks = {madeTask("a"), deferred(madeTask("b"))}}),
-                 QStringList({"TODO 1", "a", "LATER 1", "later b"}));
+        QCOMPARE(shortForms({.tasks = {task("a"), deferred(task("b"))}}),
+                 QStringLiteral("TODO 1, a, LATER 1, later b"));
     }
 
     void aDeferredParentSpeaksForItsSubtasks()
     {
-        const TaskItem parent = deferred(madeTask("p"));
-        const PanelRowsInput input = {.tasks = {parent, deferred(madeSubtask("a", parent)),
-                                                deferred(madeSubtask("b", parent))}};
-        QCOMPARE(shortForms(input), QStringList({"TODO 0", "empty", "LATER 1", "later p"}));
+        const TaskItem parent = deferred(task("p"));
+        const PanelRowsInput input = {
+            .tasks = {parent, deferred(subtask("a", parent)), deferred(subtask("b", parent))}};
+        QCOMPARE(shortForms(input), QStringLiteral("TODO 0, empty, LATER 1, later p"));
         QCOMPARE(rowOf(input, parent, Kind::DeferredTask).childCount, 2);
     }
 
     void aDeferredSubtaskOfAnOpenParentHasARowOfItsOwn()
     {
-        const TaskItem parent = expanded(madeTask("p"));
-        QCOMPARE(shortForms({.tasks = {parent, deferred(madeSubtask("a", parent)), madeSubtask("b", parent)}}),
-                 QStringList({"TODO 2", "p", "- b 2/2", "LATER 1", "later a"}));
+        const TaskItem parent = expanded(task("p"));
+        QCOMPARE(shortForms({.tasks = {parent, deferred(subtask("a", parent)), subtask("b", parent)}}),
+                 QStringLiteral("TODO 2, p, - b 2/2, LATER 1, later a"));
     }
 
     void aDeferredSubtaskOfACompletedParentHasARowOfItsOwn()
     {
-        const TaskItem parent = done(deferred(madeTask("p")));
-        QCOMPARE(shortForms({.tasks = {parent, deferred(madeSubtask("a", parent))}}),
-                 QStringList({"TODO 0", "empty", "LATER 1", "later a", "DONE 1"}));
+        const TaskItem parent = done(deferred(task("p")));
+        QCOMPARE(shortForms({.tasks = {parent, deferred(subtask("a", parent))}}),
+                 QStringLiteral("TODO 0, empty, LATER 1, later a, DONE 1"));
     }
 
     void completedTasksAreListedWhereverTheyStood()
     {
-        const TaskItem parent = madeTask("p");
-        QCOMPARE(shortForms({.tasks = {done(madeTask("a")), parent, done(madeSubtask("b", parent)),
-                                       done(deferred(madeTask("c")))},
+        const TaskItem parent = task("p");
+        QCOMPARE(shortForms({.tasks = {done(task("a")), parent, done(subtask("b", parent)),
+                                       done(deferred(task("c")))},
                              .isCompletedSectionExpanded = true}),
-                 QStringList({"TODO 1", "p", "DONE 3", "done a", "done b", "done c"}));
+                 QStringLiteral("TODO 1, p, DONE 3, done a, done b, done c"));
     }
 
     void aFoldedSectionShowsOnlyItsHeaderWithTheCount()
     {
-        const TaskList tasks = {deferred(madeTask("a")), deferred(madeTask("b")), done(madeTask("c"))};
+        const TaskList tasks = {deferred(task("a")), deferred(task("b")), done(task("c"))};
         QCOMPARE(shortForms({.tasks = tasks, .isDeferredSectionExpanded = false}),
-                 QStringList({"TODO 0", "empty", "LATER 2", "DONE 1"}));
+                 QStringLiteral("TODO 0, empty, LATER 2, DONE 1"));
         QCOMPARE(shortForms({.tasks = tasks, .isCompletedSectionExpanded = true}),
-                 QStringList({"TODO 0", "empty", "LATER 2", "later a", "later b", "DONE 1", "done c"}));
+                 QStringLiteral("TODO 0, empty, LATER 2, later a, later b, DONE 1, done c"));
     }
 
     void aHeaderSaysWhetherItsSectionIsShown()
     {
-        const TaskList tasks = {deferred(madeTask("a")), done(madeTask("c"))};
+        const TaskList tasks = {deferred(task("a")), done(task("c"))};
         const QList<PanelRow> rows = panelRows({.tasks = tasks});
         QVERIFY(rows.at(2).kind == Kind::DeferredHeader && rows.at(2).isExpanded);
         QVERIFY(rows.at(4).kind == Kind::CompletedHeader && !rows.at(4).isExpanded);
@@ -231,12 +237,12 @@ private Q_SLOTS:
 
     void noTwoRowsHaveTheSameIdentity()
     {
-        const TaskItem parent = expanded(madeTask("p"));
-        const PanelRowsInput input = {
-            .tasks = {parent, done(madeSubtask("a", parent)), deferred(madeSubtask("b", parent)),
-                      deferred(madeTask("c")), done(madeTask("d"))},
-            .subtaskComposerParentID = parent.id,
-            .isCompletedSectionExpanded = true};
+        const TaskItem parent = expanded(task("p"));
+        const PanelRowsInput input = {.tasks = {parent, done(subtask("a", parent)),
+                                                deferred(subtask("b", parent)), deferred(task("c")),
+                                                done(task("d"))},
+                                      .subtaskComposerParentID = parent.id,
+                                      .isCompletedSectionExpanded = true};
         QSet<PanelRow::Identity> identities;
         const QList<PanelRow> rows = panelRows(input);
         for (const PanelRow &row : rows)
@@ -246,7 +252,7 @@ private Q_SLOTS:
 
     void aRowKeepsItsIdentityWhenItsTaskChanges()
     {
-        TaskItem task = madeTask("a");
+        TaskItem task = wrenfold::task("a");
         const PanelRow before = rowOf({.tasks = {task}}, task);
         task.title = QStringLiteral("b");
         const PanelRow after = rowOf({.tasks = {task}, .activeTaskID = task.id}, task);
@@ -256,9 +262,9 @@ private Q_SLOTS:
 
     void rowsThatCanBeActedOnTakeTheFocus()
     {
-        const TaskItem parent = expanded(madeTask("p"));
+        const TaskItem parent = expanded(task("p"));
         const QList<PanelRow> rows =
-            panelRows({.tasks = {parent, madeSubtask("a", parent), deferred(madeTask("c")), done(madeTask("d"))},
+            panelRows({.tasks = {parent, subtask("a", parent), deferred(task("c")), done(task("d"))},
                        .subtaskComposerParentID = parent.id,
                        .isCompletedSectionExpanded = true});
         for (const PanelRow &row : rows)
@@ -268,9 +274,9 @@ private Q_SLOTS:
 
     void everyRowIsHighEnoughToBeHit()
     {
-        const TaskItem parent = expanded(madeTask("p"));
+        const TaskItem parent = expanded(task("p"));
         const QList<PanelRow> rows =
-            panelRows({.tasks = {parent, madeSubtask("a", parent), deferred(madeTask("c")), done(madeTask("d"))},
+            panelRows({.tasks = {parent, subtask("a", parent), deferred(task("c")), done(task("d"))},
                        .subtaskComposerParentID = parent.id,
                        .isCompletedSectionExpanded = true});
         for (const PanelRow &row : rows)
