@@ -55,7 +55,7 @@ int runApplication(int argc, char **argv, const QStringList &arguments)
     DebugLog::setVerbosePreference([&preferences] {
         return preferences.read(QStringLiteral("Wrenfold.DebugVerbose")).bytes.trimmed() == "true";
     });
-    const TerminationSignals signals([] { QApplication::quit(); });
+    const TerminationSignals signals([] { QApplication::exit(); });
 
     AppDelegate delegate(platform);
     qCInfo(DebugLog::app).noquote() << QStringLiteral("Wrenfold starting args=") +

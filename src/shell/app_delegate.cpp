@@ -12,7 +12,8 @@ AppDelegate::AppDelegate(Platform &platform)
           .hidePanel = [this] { m_panelController.hide(); },
           .undo = [this] { m_store.undo(); },
           .redo = [this] { m_store.redo(); },
-          .quit = [] { QApplication::quit(); },
+          // Not quit(): that asks the windows first, and the panel does not close.
+          .quit = [] { QApplication::exit(); },
           .canUndo = [this] { return m_store.canUndo.value(); },
           .canRedo = [this] { return m_store.canRedo.value(); },
       })

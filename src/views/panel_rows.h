@@ -53,8 +53,8 @@ struct PanelRow
 struct PanelRowsInput
 {
     TaskList tasks;
-    std::optional<QUuid> activeTaskID;
-    std::optional<QUuid> subtaskComposerParentID;
+    std::optional<QUuid> activeTaskID = {};
+    std::optional<QUuid> subtaskComposerParentID = {};
     bool isDeferredSectionExpanded = true;
     bool isCompletedSectionExpanded = false;
 };

@@ -8,6 +8,7 @@
 #include <QJsonObject>
 
 #include <bit>
+#include <cmath>
 
 namespace wrenfold {
 
@@ -299,6 +300,24 @@ private Q_SLOTS:
         s.store.mediumGoal.set(QStringLiteral("changed"));
         state.mediumGoal = QStringLiteral("changed");
         QCOMPARE(s.document(), encodeSavedState(state));
+    }
+
+    void negativeZerosAreToldApartFromZerosAndFromTexts()
+    {
+        StoreOnFakes s(QByteArray(
+            R"({"isHardPinned":true,"mediumGoal":"\\\"-0","workDurationMinutes":-0,"tasks":[)"
+            R"({"id":"00000000-0000-4000-8000-000000000001","title":"-0","isDone":true,"createdAt":0,"completedAt":-0},)"
+            R"({"id":"00000000-0000-4000-8000-000000000002","title":"","isDone":true,"createdAt":-0.00E-7,"completedAt":1}]})"));
+        s.store.isTodoListHidden.set(true);
+        const SavedState saved = s.saved();
+        const auto isNegative = [](Timestamp date) { return std::signbit(date.secondsSince2001); };
+        QVERIFY(!isNegative(saved.tasks[0].createdAt));
+        QVERIFY(isNegative(*saved.tasks[0].completedAt));
+        QVERIFY(isNegative(saved.tasks[1].createdAt));
+        QCOMPARE(saved.tasks[1].completedAt, std::optional(Timestamp{1}));
+        QCOMPARE(saved.tasks[0].title, QStringLiteral("-0"));
+        QCOMPARE(saved.mediumGoal, QStringLiteral("\\\"-0"));
+        QCOMPARE(saved.workDurationMinutes, 1);
     }
 
     void aDateSurvivesLoadAndSaveBitForBit_data()
