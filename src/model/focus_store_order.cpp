@@ -75,8 +75,11 @@ void FocusStore::cancelTaskReorder()
     if (!start)
         return;
     const ChangeGroup::Scope scope(m_changes);
-    setTasks(start->tasks);
-    activeTaskID.set(start->activeTaskID);
+    // The order alone: a task that was added while the drag was under way is not lost with it.
+    setTasks(withOrderOf(start->tasks, tasks.value()));
+    const TaskItem *active = start->activeTaskID ? findTask(tasks.value(), *start->activeTaskID) : nullptr;
+    if (active && active->isOpen())
+        activeTaskID.set(start->activeTaskID);
 }
 
 } // namespace wrenfold

@@ -6,9 +6,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include <algorithm>
-#include <cstring>
-
 namespace wrenfold {
 
 namespace {
@@ -198,65 +195,6 @@ bool decodeState(const QJsonValue &value, SavedState &out)
     return reader.isValid();
 }
 
-std::optional<SavedState> decodeDocument(const QByteArray &document)
-{
-    const QJsonDocument json = QJsonDocument::fromJson(document);
-    SavedState state;
-    if (!json.isObject() || !decodeState(json.object(), state))
-        return std::nullopt;
-    return state;
-}
-
-bool hasDateZero(const TaskItem &task)
-{
-    return task.createdAt == Timestamp{0} || task.completedAt == Timestamp{0};
-}
-
-/// A sound document with a one in place of each negative zero.
-QByteArray withOnesForNegativeZeros(const QByteArray &document)
-{
-    QByteArray result;
-    bool isInText = false;
-    for (qsizetype i = 0; i < document.size(); ++i) {
-        const char c = document[i];
-        result.append(c);
-        if (c == '"') {
-            isInText = !isInText;
-        } else if (isInText && c == '\\') {
-            result.append(document[++i]);
-        } else if (!isInText && c == '-') {
-            qsizetype end = i + 1;
-            while (end < document.size() && std::strchr("0123456789.eE+-", document[end]) && document[end])
-                ++end;
-            if (document.sliced(i, end - i).toDouble() == 0) {
-                result.back() = '1';
-                i = end - 1;
-            }
-        }
-    }
-    return result;
-}
-
-/// Qt's reader makes an integer of every whole number, and of a negative zero one without its sign. A date that
-/// is zero, but one in the document with ones for negative zeros, has lost it.
-void restoreNegativeZeros(SavedState &state, const QByteArray &document)
-{
-    const std::optional<SavedState> ones = decodeDocument(withOnesForNegativeZeros(document));
-    if (!ones || ones->tasks.size() != state.tasks.size())
-        return;
-    const auto restore = [](Timestamp &date, Timestamp other) {
-        if (date == Timestamp{0} && other == Timestamp{1})
-            date = Timestamp{-0.0};
-    };
-    for (qsizetype i = 0; i < state.tasks.size(); ++i) {
-        TaskItem &task = state.tasks[i];
-        const TaskItem &other = ones->tasks[i];
-        restore(task.createdAt, other.createdAt);
-        if (task.completedAt && other.completedAt)
-            restore(*task.completedAt, *other.completedAt);
-    }
-}
-
 } // namespace
 
 std::optional<TaskItem> decodeTask(const QJsonValue &value)
@@ -267,9 +205,10 @@ std::optional<TaskItem> decodeTask(const QJsonValue &value)
 
 std::optional<SavedState> decodeSavedState(const QByteArray &document)
 {
-    std::optional<SavedState> state = decodeDocument(document);
-    if (state && std::any_of(state->tasks.cbegin(), state->tasks.cend(), hasDateZero))
-        restoreNegativeZeros(*state, document);
+    const QJsonDocument json = QJsonDocument::fromJson(document);
+    SavedState state;
+    if (!json.isObject() || !decodeState(json.object(), state))
+        return std::nullopt;
     return state;
 }
 

@@ -4,6 +4,8 @@
 #include <QHash>
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 namespace wrenfold {
 
@@ -165,6 +167,28 @@ TaskList withTaskMoved(const TaskList &tasks, const QUuid &movingID, const QUuid
     const qsizetype kept = result.size();
     result.append(block);
     std::rotate(result.begin() + place, result.begin() + kept, result.end());
+    return result;
+}
+
+TaskList withOrderOf(const TaskList &order, const TaskList &tasks)
+{
+    QHash<QUuid, qsizetype> places;
+    places.reserve(order.size());
+    for (const TaskItem &task : order)
+        places.insert(task.id, places.size());
+
+    std::vector<std::pair<qsizetype, qsizetype>> placeAndIndex;
+    qsizetype place = -1;
+    for (qsizetype i = 0; i < tasks.size(); ++i) {
+        place = places.value(tasks[i].id, place);
+        placeAndIndex.emplace_back(place, i);
+    }
+    std::sort(placeAndIndex.begin(), placeAndIndex.end());
+
+    TaskList result;
+    result.reserve(tasks.size());
+    for (const auto &[ignored, index] : placeAndIndex)
+        result.append(tasks[index]);
     return result;
 }
 

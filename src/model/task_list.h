@@ -44,6 +44,9 @@ namespace wrenfold {
 [[nodiscard]] TaskList withTaskMoved(const TaskList &tasks, const QUuid &movingID, const QUuid &targetID,
                                      bool placeAfter);
 
+/// The tasks in the order that `order` has them in. One that it lacks stays behind the task it stands behind.
+[[nodiscard]] TaskList withOrderOf(const TaskList &order, const TaskList &tasks);
+
 /// A list as the store may hold it: an identifier that is there already is replaced by a new one, and a task
 /// whose parent is missing or is itself a subtask becomes top-level.
 [[nodiscard]] TaskList repaired(TaskList tasks);

@@ -27,7 +27,7 @@ private Q_SLOTS:
         StoreMachine machine(seed);
         const QTemporaryDir folder;
         FilePreferences preferences(folder.path() + QStringLiteral("/Wrenfold"), m_clock);
-        for (int operation = 1; operation <= WRENFOLD_MODEL_TEST_OPERATIONS / int(sequences); ++operation) {
+        for (int operation = 1; operation <= operationsOfSequence; ++operation) {
             const QString wrong = machine.step();
             QVERIFY2(
                 wrong.isEmpty(),
@@ -44,6 +44,7 @@ private Q_SLOTS:
 
 private:
     static constexpr quint32 sequences = 20;
+    static constexpr int operationsOfSequence = 10'000;
 
     static TaskSnapshot stateIn(const QByteArray &document)
     {

@@ -186,6 +186,21 @@ private Q_SLOTS:
         QCOMPARE(s.saved().activeTaskID, std::optional(sample.a.id));
     }
 
+    void cancelKeepsATaskAddedDuringTheDrag()
+    {
+        const TaskItem a = madeTask(QStringLiteral("a"));
+        const TaskItem b = madeTask(QStringLiteral("b"));
+        const TaskItem c = madeTask(QStringLiteral("c"));
+        StoreOnFakes s({a, b, c}, a.id);
+        s.store.beginTaskReorder();
+        s.store.moveTask(c.id, a.id, false);
+        s.store.addTask(QStringLiteral("new"), false);
+        s.store.deleteTask(b);
+        s.store.cancelTaskReorder();
+        QCOMPARE(s.titles(), QStringLiteral("a new c"));
+        QCOMPARE(s.now(), QStringLiteral("a"));
+    }
+
     void cancelMakesNoEntry()
     {
         Sample sample;

@@ -223,8 +223,24 @@ void StoreMachine::endTaskReorder()
 void StoreMachine::cancelTaskReorder()
 {
     m_store.cancelTaskReorder();
-    // The state of the beginning comes back whole: with what was deleted, without what was added since.
-    expectState(std::exchange(m_dragStart, std::nullopt).value_or(m_before));
+    const std::optional<State> start = std::exchange(m_dragStart, std::nullopt);
+    if (!start)
+        return expectNoChange();
+    // The order of the beginning with the tasks of now; one added since stays behind the one before it.
+    const TaskList &present = m_before.snapshot.tasks;
+    TaskList expected;
+    for (const TaskItem &task : start->snapshot.tasks) {
+        if (const TaskItem *now = findTask(present, task.id))
+            expected.append(*now);
+    }
+    for (qsizetype i = 0; i < present.size(); ++i) {
+        if (!findTask(expected, present[i].id))
+            expected.insert(i == 0 ? 0 : indexOfTask(expected, present[i - 1].id) + 1, present[i]);
+    }
+    const std::optional<QUuid> startActive = start->snapshot.activeTaskID;
+    const TaskItem *active = startActive ? findTask(present, *startActive) : nullptr;
+    m_expected =
+        TaskSnapshot{expected, active && active->isOpen() ? startActive : m_before.snapshot.activeTaskID};
 }
 
 void StoreMachine::setSortStatus()

@@ -171,6 +171,7 @@ private Q_SLOTS:
         for (const QString &name : foreign)
             putFile(backups() + QLatin1Char('/') + name, "foreign");
         QVERIFY(QDir(backups()).mkdir(QStringLiteral("%1.2001-01-02").arg(key)));
+        QVERIFY(QFile::link(QStringLiteral("notes.txt"), copyOf(key, "2001-01-04")));
         putFile(copyOf(key, "2001-01-03"), "ours");
         for (int day = 0; day <= 15; ++day) {
             save("value");
@@ -179,6 +180,7 @@ private Q_SLOTS:
         for (const QString &name : foreign)
             QCOMPARE(bytesOf(backups() + QLatin1Char('/') + name), QByteArray("foreign"));
         QVERIFY(QFileInfo(copyOf(key, "2001-01-02")).isDir());
+        QVERIFY(QFileInfo(copyOf(key, "2001-01-04")).isSymLink());
         QVERIFY(!QFileInfo::exists(copyOf(key, "2001-01-03")));
     }
 
