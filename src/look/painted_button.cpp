@@ -48,6 +48,11 @@ bool PaintedButton::event(QEvent *event)
         QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), plainToolTip(m_help), this);
         return true;
     }
+    // A disabled button would swallow it, and with it the menu of what lies around.
+    if (event->type() == QEvent::ContextMenu) {
+        event->ignore();
+        return false;
+    }
     return QAbstractButton::event(event);
 }
 

@@ -1,136 +1,181 @@
 // SPDX-License-Identifier: MIT
 #include "model/json_writer.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <utility>
 
 namespace wrenfold {
 
 namespace {
 
-/// Whether a unit can go through the encoder as it is. Surrogates are looked at by the caller. A byte order
-/// mark at the start of a text is dropped by readers unless it is escaped.
-bool isPlain(char16_t unit)
-{
-    return unit >= 0x20 && unit != u'"' && unit != u'\\' && unit != 0xFEFF;
-}
-
 constexpr char hexDigits[] = "0123456789ABCDEF";
 
+char *appendDigits(char *out, quint64 value, int count)
+{
+    for (int shift = 4 * (count - 1); shift >= 0; shift -= 4)
+        *out++ = hexDigits[(value >> shift) & 0xF];
+    return out;
+}
+
+/// Of a character that must not stand in a text as it is.
+char *appendEscaped(char *out, char16_t unit)
+{
+    *out++ = '\\';
+    if (unit == u'"' || unit == u'\\') {
+        *out++ = char(unit);
+        return out;
+    }
+    *out++ = 'u';
+    return appendDigits(out, unit, 4);
+}
+
+/// The UTF-8 of a character outside ASCII.
+char *appendUtf8(char *out, char32_t character)
+{
+    const auto continuation = [character](int shift) { return char(0x80 | ((character >> shift) & 0x3F)); };
+    if (character < 0x800) {
+        *out++ = char(0xC0 | (character >> 6));
+    } else if (character < 0x10000) {
+        *out++ = char(0xE0 | (character >> 12));
+        *out++ = continuation(6);
+    } else {
+        *out++ = char(0xF0 | (character >> 18));
+        *out++ = continuation(12);
+        *out++ = continuation(6);
+    }
+    *out++ = continuation(0);
+    return out;
+}
+
 } // namespace
+
+QByteArray JsonWriter::take()
+{
+    m_bytes.truncate(m_size);
+    m_size = 0;
+    m_isSeparatorDue = false;
+    return std::exchange(m_bytes, {});
+}
+
+char *JsonWriter::room(qsizetype bytes)
+{
+    if (m_bytes.size() - m_size < bytes)
+        m_bytes.resize(2 * m_bytes.size() + bytes);
+    return m_bytes.data() + m_size;
+}
+
+void JsonWriter::append(std::string_view bytes)
+{
+    char *out = room(qsizetype(bytes.size()));
+    advanceTo(std::copy(bytes.begin(), bytes.end(), out));
+}
 
 void JsonWriter::separate()
 {
     if (m_isSeparatorDue)
-        m_bytes.append(',');
+        append(",");
     m_isSeparatorDue = true;
 }
 
 void JsonWriter::open(char bracket)
 {
     separate();
-    m_bytes.append(bracket);
+    append({&bracket, 1});
     m_isSeparatorDue = false;
 }
 
 void JsonWriter::close(char bracket)
 {
-    m_bytes.append(bracket);
+    append({&bracket, 1});
     m_isSeparatorDue = true;
 }
 
-void JsonWriter::key(const char *asciiName)
+void JsonWriter::key(std::string_view asciiName)
 {
     separate();
-    m_bytes.append('"').append(asciiName).append("\":");
+    append("\"");
+    append(asciiName);
+    append("\":");
     m_isSeparatorDue = false;
 }
 
 void JsonWriter::string(QStringView text)
 {
+    constexpr qsizetype longestUnit = 6; // Bytes: an escaped one.
     separate();
-    m_bytes.append('"');
-    // Runs of plain text are encoded at once; a surrogate without its partner has no UTF-8 and is escaped.
-    qsizetype runStart = 0;
-    const auto flushRun = [&](qsizetype end) {
-        m_bytes.append(text.sliced(runStart, end - runStart).toUtf8());
-    };
+    char *out = room(longestUnit * text.size() + 2);
+    *out++ = '"';
     for (qsizetype i = 0; i < text.size(); ++i) {
         const QChar c = text[i];
-        if (c.isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate()) {
-            ++i;
-            continue;
-        }
-        if (isPlain(c.unicode()) && !c.isSurrogate())
-            continue;
-        flushRun(i);
-        escapedUnit(c.unicode());
-        runStart = i + 1;
+        const char16_t unit = c.unicode();
+        if (c.isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate())
+            out = appendUtf8(out, QChar::surrogateToUcs4(c, text[++i]));
+        else if (unit < 0x20 || unit == u'"' || unit == u'\\' || c.isSurrogate() || unit == 0xFEFF)
+            // A surrogate without its partner has no UTF-8; readers drop a byte order mark at a text's start.
+            out = appendEscaped(out, unit);
+        else if (unit < 0x80)
+            *out++ = char(unit);
+        else
+            out = appendUtf8(out, unit);
     }
-    flushRun(text.size());
-    m_bytes.append('"');
+    *out++ = '"';
+    advanceTo(out);
 }
 
-void JsonWriter::escapedUnit(char16_t unit)
+void JsonWriter::string(QLatin1String plainText)
 {
-    if (unit == u'"' || unit == u'\\') {
-        m_bytes.append('\\').append(char(unit));
-        return;
-    }
-    m_bytes.append("\\u");
-    for (int shift = 12; shift >= 0; shift -= 4)
-        m_bytes.append(hexDigits[(unit >> shift) & 0xF]);
+    separate();
+    append("\"");
+    append({plainText.data(), std::size_t(plainText.size())});
+    append("\"");
 }
 
 void JsonWriter::boolean(bool value)
 {
     separate();
-    m_bytes.append(value ? "true" : "false");
+    append(value ? "true" : "false");
 }
 
 void JsonWriter::integer(qint64 value)
 {
+    constexpr qsizetype longest = 24;
     separate();
-    char buffer[24];
-    const auto result = std::to_chars(std::begin(buffer), std::end(buffer), value);
-    m_bytes.append(buffer, result.ptr - buffer);
+    char *out = room(longest);
+    advanceTo(std::to_chars(out, out + longest, value).ptr);
 }
 
 void JsonWriter::number(double value)
 {
+    constexpr qsizetype longest = 32;
     separate();
     if (value == 0.0 && std::signbit(value)) {
-        m_bytes.append("-0.0"); // Readers take "-0" for the integer.
+        append("-0.0"); // Readers take "-0" for the integer.
         return;
     }
-    char buffer[32];
-    const auto result = std::to_chars(std::begin(buffer), std::end(buffer), value);
-    m_bytes.append(buffer, result.ptr - buffer);
+    char *out = room(longest);
+    advanceTo(std::to_chars(out, out + longest, value).ptr);
 }
 
 void JsonWriter::uuid(const QUuid &id)
 {
     separate();
-    char buffer[38];
-    char *out = buffer;
-    const auto appendDigits = [&out](quint64 value, int count) {
-        for (int shift = 4 * (count - 1); shift >= 0; shift -= 4)
-            *out++ = hexDigits[(value >> shift) & 0xF];
-    };
+    char *out = room(38);
     *out++ = '"';
-    appendDigits(id.data1, 8);
+    out = appendDigits(out, id.data1, 8);
     *out++ = '-';
-    appendDigits(id.data2, 4);
+    out = appendDigits(out, id.data2, 4);
     *out++ = '-';
-    appendDigits(id.data3, 4);
+    out = appendDigits(out, id.data3, 4);
     *out++ = '-';
     for (int i = 0; i < 8; ++i) {
         if (i == 2)
             *out++ = '-';
-        appendDigits(id.data4[i], 2);
+        out = appendDigits(out, id.data4[i], 2);
     }
     *out++ = '"';
-    m_bytes.append(buffer, out - buffer);
+    advanceTo(out);
 }
 
 } // namespace wrenfold

@@ -30,7 +30,7 @@ void writeTask(JsonWriter &json, const TaskItem &task)
     json.key("isDeferred");
     json.boolean(task.isDeferred);
     json.key("quadrant");
-    json.string(QString(rawValue(task.quadrant)));
+    json.string(rawValue(task.quadrant));
     json.endObject();
 }
 

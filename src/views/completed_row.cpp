@@ -22,7 +22,7 @@ CompletedRow::CompletedRow(const Actions &actions, QWidget *parent)
     m_title->setFont(Fonts::body());
     m_title->setColor(&Theme::tertiaryInk);
     m_title->setStruckOut(true);
-    connect(m_check, &CheckCircle::clicked, this, [this] { m_actions.restore(row().task); });
+    connectCheck(m_check, [this] { m_actions.restore(row().task); });
 }
 
 void CompletedRow::rowChanged(const PanelRow &)

@@ -42,7 +42,7 @@ DeferredTaskRow::DeferredTaskRow(const Actions &actions, QWidget *parent)
     m_title->setFont(Fonts::body());
     m_subtasks->setFont(Fonts::tiny());
     m_subtasks->setColor(&Theme::tertiaryInk);
-    connect(m_check, &CheckCircle::clicked, this, [this] { m_actions.toggleDone(row().task); });
+    connectCheck(m_check, [this] { m_actions.toggleDone(row().task); });
 }
 
 void DeferredTaskRow::rowChanged(const PanelRow &)

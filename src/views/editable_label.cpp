@@ -20,12 +20,14 @@ EditableLabel::EditableLabel(const QString &fieldName, QWidget *parent)
     , m_fieldName(fieldName)
     , m_label(new TextLabel({}, this))
 {
+    m_label->setAccessibleName(m_fieldName);
     connect(m_label, &TextLabel::clicked, this, &EditableLabel::clicked);
 }
 
 void EditableLabel::setText(const QString &text)
 {
     m_label->setText(text);
+    m_label->setAccessibleName(text.isEmpty() ? m_fieldName : text);
 }
 
 bool EditableLabel::isEditing() const
@@ -40,6 +42,7 @@ void EditableLabel::beginEditing()
         m_field->setFont(m_label->font());
         m_field->installEventFilter(this);
         m_field->setTextMargins(-fieldMargin, 0, 0, 0);
+        setTabOrder(m_label, m_field);
     }
     m_field->setGeometry(rect());
     m_field->setCommittedText(m_label->text());
@@ -57,7 +60,8 @@ void EditableLabel::endEditing(bool isCommitted)
     // Hidden before anybody is told: hiding takes the focus away, which would end the editing once more.
     m_label->show();
     m_field->hide();
-    if (isCommitted && text != m_label->text())
+    const QString shownText = m_label->text();
+    if (isCommitted && text != shownText && text.trimmed() != shownText)
         Q_EMIT edited(text);
 }
 
@@ -84,6 +88,12 @@ bool EditableLabel::eventFilter(QObject *watched, QEvent *event)
             endEditing(true);
     }
     return QWidget::eventFilter(watched, event);
+}
+
+void EditableLabel::keyPressEvent(QKeyEvent *event)
+{
+    // What the field has no use for is not for what lies around it either.
+    event->setAccepted(isEditing());
 }
 
 QSize EditableLabel::sizeHint() const

@@ -31,13 +31,14 @@ public:
 
 Q_SIGNALS:
     void clicked(); ///< The text was clicked while nobody edited.
-    /// The user committed a text that differs from the one shown. The label shows the old one until
-    /// setText().
+    /// The user committed a text that differs from the one shown by more than blanks around it. The label
+    /// shows the old one until setText().
     void edited(const QString &text);
     void closedByKey(); ///< Return or Escape closed the field; the focus is the receiver's to give.
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:

@@ -31,6 +31,8 @@ EmptyStateRow::EmptyStateRow(QWidget *parent)
 
 void EmptyStateRow::rowChanged(const PanelRow &)
 {
+    setAccessibleName(row().title);
+    setAccessibleDescription(row().hint);
     m_title->setText(row().title);
     m_hint->setText(row().hint);
 }

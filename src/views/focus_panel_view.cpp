@@ -29,14 +29,14 @@ FocusPanelView::FocusPanelView(FocusStore &store, Clock &clock, const Actions &a
 {
     // Takes the focus itself, so that at first no field has the caret and a click beside a field ends its
     // editing.
-    setFocusPolicy(Qt::StrongFocus);
+    setFocusPolicy(Qt::ClickFocus);
     // Made in the order of the Tab key: typing is wanted most.
     m_composer = new TodoComposer(this);
     m_list =
         new RowListView([this](PanelRow::Kind kind, QWidget *owner) { return makeRow(kind, owner); }, this);
     m_statusLine = new StatusLine([this] { m_store.undo(); }, this);
     m_nowCard = new NowCard({[this](const TaskItem &task) { m_store.toggleDone(task); },
-                             [this](const TaskItem &task) { m_store.beginAddSubtask(task); },
+                             [this](const TaskItem &task) { beginAddSubtask(task); },
                              [this](const TaskItem &task) { m_store.deleteTask(task); },
                              [this](const QString &goal) { m_store.mediumGoal.set(goal.trimmed()); },
                              [this] { m_store.requestTodoInput(); }},
@@ -99,7 +99,7 @@ PanelRowWidget *FocusPanelView::makeRow(PanelRow::Kind kind, QWidget *parent)
             {toggleDone, [this](const TaskItem &task) { m_store.setActive(task); },
              [this](const TaskItem &task) { m_store.toggleExpanded(task); },
              [this](const TaskItem &task, const QString &title) { m_store.updateTaskTitle(task, title); },
-             [this](const TaskItem &task) { m_store.beginAddSubtask(task); },
+             [this](const TaskItem &task) { beginAddSubtask(task); },
              [this](const TaskItem &task, TaskQuadrant quadrant) { m_store.deferTask(task, quadrant); },
              deleteTask},
             parent);
@@ -137,6 +137,14 @@ PanelRowWidget *FocusPanelView::makeRow(PanelRow::Kind kind, QWidget *parent)
         parent);
 }
 
+void FocusPanelView::beginAddSubtask(const TaskItem &task)
+{
+    m_store.beginAddSubtask(task);
+    // The caret goes into one that is open already too, of which nothing is announced.
+    if (m_shownComposerParentID && m_shownComposerParentID == m_store.subtaskComposerParentID.value())
+        m_list->focusRow({PanelRow::Kind::SubtaskComposer, *m_shownComposerParentID}, Qt::TabFocusReason);
+}
+
 void FocusPanelView::toggleSection(PanelRow::Kind header)
 {
     Setting<bool> &isExpanded = header == PanelRow::Kind::DeferredHeader ? m_store.isDeferredSectionExpanded
@@ -169,7 +177,7 @@ void FocusPanelView::updateRows()
         return;
 
     const PanelRow::Identity composer = {PanelRow::Kind::SubtaskComposer, composerParentID.value_or(QUuid())};
-    const bool isShown = composerParentID && m_list->reveal(composer);
+    const bool isShown = composerParentID && m_list->contains(composer);
     if (isShown && composerParentID != m_shownComposerParentID)
         m_list->focusRow(composer, Qt::TabFocusReason);
     m_shownComposerParentID = isShown ? composerParentID : std::nullopt;

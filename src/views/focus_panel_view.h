@@ -51,6 +51,7 @@ protected:
 private:
     void addDraft(const QString &draft, bool makeActive);
     PanelRowWidget *makeRow(PanelRow::Kind kind, QWidget *parent);
+    void beginAddSubtask(const TaskItem &task);
     void toggleSection(PanelRow::Kind header);
     void subscribe();
     void placeChildren();

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "views/panel_row_widget.h"
 
+#include "look/check_circle.h"
 #include "look/painting.h"
 #include "look/theme.h"
+#include "views/row_accessibility.h"
 
 #include <QFocusEvent>
 #include <QPainter>
@@ -14,6 +16,7 @@ namespace wrenfold {
 PanelRowWidget::PanelRowWidget(QWidget *parent)
     : QWidget(parent)
 {
+    installRowAccessibility();
     // Rows are reached with the arrow keys; the list as a whole is one stop of the Tab key.
     setFocusPolicy(Qt::ClickFocus);
     setAttribute(Qt::WA_Hover);
@@ -34,6 +37,15 @@ int PanelRowWidget::placeCheck(QWidget *check, int left)
     check->setGeometry(left - margin, (height() - Metrics::checkHitSize) / 2, Metrics::checkHitSize,
                        Metrics::checkHitSize);
     return left + Metrics::checkSize + Metrics::rowSpacing;
+}
+
+void PanelRowWidget::connectCheck(CheckCircle *check, std::function<void()> toggle)
+{
+    connect(check, &CheckCircle::clicked, this, [this, check, toggle = std::move(toggle)] {
+        toggle();
+        // The click turned it over. If the task comes back as it was, nothing would turn it back.
+        check->setChecked(m_row.task.isDone);
+    });
 }
 
 int PanelRowWidget::placeTrailing(std::initializer_list<QWidget *> buttons)

@@ -6,9 +6,12 @@
 
 #include <QWidget>
 
+#include <functional>
 #include <initializer_list>
 
 namespace wrenfold {
+
+class CheckCircle;
 
 /// Base of the widgets that show one row of the panel's list. A widget is handed another row of its kind when
 /// the list scrolls or changes.
@@ -40,6 +43,8 @@ protected:
     /// Puts a circle of checkSize, as large as can be hit, at `left` in the row's middle; the place behind it
     /// is returned.
     int placeCheck(QWidget *check, int left);
+    /// Calls `toggle` when the circle is clicked; the circle goes on showing what the row says.
+    void connectCheck(CheckCircle *check, std::function<void()> toggle);
     /// Puts the visible ones of the buttons (null: not made yet) at the row's right end, the first outermost;
     /// their left edge is returned.
     int placeTrailing(std::initializer_list<QWidget *> buttons);

@@ -20,7 +20,7 @@ public:
         for (const TaskItem &task : input.tasks) {
             if (task.parentID)
                 m_children[*task.parentID].append(&task);
-            else if (task.isDeferred)
+            else if (task.isDeferred && !task.isDone)
                 m_deferredParents.insert(task.id, true);
             m_openCount += task.isOpen() ? 1 : 0;
         }
@@ -188,6 +188,12 @@ int PanelRow::height() const
 bool PanelRow::takesFocus() const
 {
     return kind != Kind::TodoHeader && kind != Kind::EmptyState;
+}
+
+bool PanelRow::canExpand() const
+{
+    return kind == Kind::Task ? childCount > 0
+                              : kind == Kind::DeferredHeader || kind == Kind::CompletedHeader;
 }
 
 QList<PanelRow> panelRows(const PanelRowsInput &input)

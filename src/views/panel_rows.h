@@ -43,6 +43,7 @@ struct PanelRow
 
     [[nodiscard]] int height() const;      ///< In device-independent pixels.
     [[nodiscard]] bool takesFocus() const; ///< Whether the arrow keys stop here.
+    [[nodiscard]] bool canExpand() const;  ///< Whether there is something to fold and unfold.
 
     friend bool operator==(const PanelRow &, const PanelRow &) = default;
 };

@@ -4,6 +4,7 @@
 #include "look/overlay_scroll_bar.h"
 #include "look/theme.h"
 #include "views/panel_row_widget.h"
+#include "views/row_accessibility.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -18,6 +19,7 @@ RowListView::RowListView(RowFactory factory, QWidget *parent)
     , m_factory(std::move(factory))
     , m_tops({0})
 {
+    installRowAccessibility();
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -56,18 +58,13 @@ void RowListView::setRows(const QList<PanelRow> &rows)
     placeRows();
 }
 
-PanelRowWidget *RowListView::reveal(const PanelRow::Identity &identity)
+void RowListView::scrollTo(qsizetype index)
 {
-    const qsizetype index = indexOf(identity);
-    if (index < 0)
-        return nullptr;
     const int scroll = verticalScrollBar()->value();
     if (m_tops[index] < scroll)
         verticalScrollBar()->setValue(m_tops[index]);
     else if (m_tops[index + 1] > scroll + viewport()->height())
         verticalScrollBar()->setValue(m_tops[index + 1] - viewport()->height());
-    placeRow(index);
-    return m_shown.value(identity);
 }
 
 void RowListView::focusRow(const PanelRow::Identity &identity, Qt::FocusReason reason)
@@ -79,7 +76,10 @@ void RowListView::focusRow(const PanelRow::Identity &identity, Qt::FocusReason r
 void RowListView::focusIndex(qsizetype index, Qt::FocusReason reason)
 {
     m_lastFocused = m_rows[index].identity();
-    reveal(m_lastFocused)->setFocus(reason);
+    // Before scrolling, which may put away the widget that has the focus now.
+    placeRow(index);
+    m_shown.value(m_lastFocused)->setFocus(reason);
+    scrollTo(index);
 }
 
 void RowListView::focusInEvent(QFocusEvent *event)
@@ -90,6 +90,23 @@ void RowListView::focusInEvent(QFocusEvent *event)
         index = focusableFrom(rowAt(verticalScrollBar()->value()), 1);
     if (index >= 0)
         focusIndex(index, event->reason());
+}
+
+bool RowListView::focusNextPrevChild(bool next)
+{
+    // Counted from the list, as its rows stand in the chain in the order in which they happened to be made.
+    const auto step = [next](const QWidget *from) {
+        return next ? from->nextInFocusChain() : from->previousInFocusChain();
+    };
+    for (QWidget *widget = step(this); widget != this; widget = step(widget)) {
+        const bool takesTab = (widget->focusPolicy() & Qt::TabFocus) && widget->isVisible() &&
+                              widget->isEnabled() && widget->window() == window();
+        if (takesTab && !isAncestorOf(widget)) {
+            widget->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+            return true;
+        }
+    }
+    return false;
 }
 
 void RowListView::keyPressEvent(QKeyEvent *event)
@@ -216,10 +233,9 @@ qsizetype RowListView::rowAt(int y) const
 
 qsizetype RowListView::focusedIndex() const
 {
-    const QWidget *focused = focusWidget();
-    if (!focused || !focused->hasFocus())
-        return -1;
-    for (auto it = m_shown.begin(); it != m_shown.end(); ++it) {
+    // The window's, so that a half-typed text stays where it is while another window is in front.
+    const QWidget *focused = window()->focusWidget();
+    for (auto it = m_shown.begin(); focused && it != m_shown.end(); ++it) {
         if (it.value() == focused || it.value()->isAncestorOf(focused))
             return indexOf(it.key());
     }

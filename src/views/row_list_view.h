@@ -30,14 +30,14 @@ public:
 
     void setRows(const QList<PanelRow> &rows);
 
-    /// Scrolls the row into sight and gives its widget, or null when the list does not hold it.
-    PanelRowWidget *reveal(const PanelRow::Identity &identity);
+    [[nodiscard]] bool contains(const PanelRow::Identity &identity) const { return indexOf(identity) >= 0; }
 
-    /// Gives the keyboard focus to the row, if the list holds it.
+    /// Scrolls the row into sight and gives it the keyboard focus, if the list holds it.
     void focusRow(const PanelRow::Identity &identity, Qt::FocusReason reason);
 
 protected:
     void focusInEvent(QFocusEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
     void keyPressEvent(QKeyEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void scrollContentsBy(int dx, int dy) override;
@@ -55,6 +55,7 @@ private:
     /// The first row from `start` on in steps of `step` that takes the focus, or -1.
     [[nodiscard]] qsizetype focusableFrom(qsizetype start, qsizetype step) const;
     void focusIndex(qsizetype index, Qt::FocusReason reason);
+    void scrollTo(qsizetype index);
 
     void noteFocus(QWidget *focused);
 

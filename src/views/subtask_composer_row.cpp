@@ -23,6 +23,8 @@ SubtaskComposerRow::SubtaskComposerRow(const Actions &actions, QWidget *parent)
 void SubtaskComposerRow::submit()
 {
     const QString title = m_field->text();
+    if (title.trimmed().isEmpty())
+        return;
     m_field->setCommittedText({});
     m_actions.addSubtask(row().task, title);
 }

@@ -41,7 +41,7 @@ TaskRow::TaskRow(const Actions &actions, QWidget *parent)
     m_pin->setFocusPolicy(Qt::NoFocus);
     m_title->label()->setClickable(true);
     m_title->label()->setFocusPolicy(Qt::NoFocus);
-    connect(m_check, &CheckCircle::clicked, this, [this] { m_actions.toggleDone(row().task); });
+    connectCheck(m_check, [this] { m_actions.toggleDone(row().task); });
     connect(m_pin, &IconButton::clicked, this, [this] { m_actions.setActive(row().task); });
     connect(m_title, &EditableLabel::clicked, this, &TaskRow::activateOrRename);
     connect(m_title, &EditableLabel::edited, this,

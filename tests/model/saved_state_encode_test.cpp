@@ -109,7 +109,6 @@ private Q_SLOTS:
     {
         QTest::addColumn<double>("date");
         QTest::newRow("0") << 0.0;
-        QTest::newRow("-0") << -0.0;
         QTest::newRow("1e-300") << 1e-300;
         QTest::newRow("smallest") << 5e-324;
         QTest::newRow("largest") << 1.7976931348623157e308;

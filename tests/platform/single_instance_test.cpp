@@ -141,7 +141,5 @@ private:
 
 } // namespace wrenfold
 
-Q_DECLARE_METATYPE(wrenfold::Maker)
-
 QTEST_GUILESS_MAIN(wrenfold::SingleInstanceTest)
 #include "single_instance_test.moc"

@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: MIT
+#include "model/focus_store.h"
+#include "platform/linux/file_preferences.h"
+#include "platform/system_clock.h"
+#include "support/bench_file_system.h"
+#include "support/budget.h"
+#include "support/sample_state.h"
+#include "views/focus_panel_view.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QLoggingCategory>
+
+#include <benchmark/benchmark.h>
+#include <map>
+#include <random>
+
+namespace {
+
+using namespace wrenfold;
+
+/// A store on a folder that is not flushed, and the panel's content that shows it in a window.
+class PanelOnDisk
+{
+public:
+    explicit PanelOnDisk(int taskCount)
+    {
+        if (m_preferences.write(FocusStore::storageKey(), encodeSavedState(sampleState(taskCount))))
+            return;
+        m_store.emplace(m_preferences, m_clock, FocusStore::Options{});
+        m_view = new FocusPanelView(*m_store, m_clock, {[] {}, [] {}, [](const QPoint &) {}}, &m_window);
+        m_window.resize(344, 500);
+        m_view->setGeometry(m_window.rect());
+        m_view->setFocus();
+        m_window.show();
+        QCoreApplication::processEvents();
+        m_store->save(); // Makes the day's copy.
+    }
+
+    [[nodiscard]] bool isReady() const { return m_store && m_window.isVisible(); }
+    [[nodiscard]] FocusStore &store() { return *m_store; }
+
+    /// Milliseconds until the operation is done and saved and the panel shows it, painting included.
+    template<typename Operation>
+    double measure(Operation operation)
+    {
+        QElapsedTimer timer;
+        timer.start();
+        operation();
+        QCoreApplication::processEvents();
+        return double(timer.nsecsElapsed()) / 1'000'000;
+    }
+
+private:
+    BenchFolder m_folder;
+    SystemClock m_clock;
+    FileSystemWithoutFlush m_fileSystem;
+    FilePreferences m_preferences{m_folder.path(), m_clock, m_fileSystem};
+    std::optional<FocusStore> m_store;
+    QWidget m_window;
+    FocusPanelView *m_view = nullptr;
+};
+
+/// An open top-level task: one of those in sight or any, by turns.
+TaskItem anyOpenTask(const FocusStore &store, std::mt19937 &random)
+{
+    const TaskList &tasks = store.tasks.value();
+    const auto range = quint32(random() % 2 ? std::min<qsizetype>(tasks.size(), 10) : tasks.size());
+    for (;;) {
+        const TaskItem &task = tasks[random() % range];
+        if (task.isOpen() && task.isTopLevel())
+            return task;
+    }
+}
+
+using Samples = std::map<std::string, std::vector<double>>;
+
+/// One of each operation, then the four are undone, so that the list stays as long as it is.
+void measureRound(PanelOnDisk &panel, std::mt19937 &random, Samples &samples)
+{
+    FocusStore &store = panel.store();
+    const auto note = [&](const char *name, auto operation) {
+        samples[name].push_back(panel.measure(operation));
+    };
+    note("add", [&] { store.addTask(QStringLiteral("思いついたことを書く"), false); });
+    const TaskItem done = anyOpenTask(store, random);
+    note("done", [&] { store.toggleDone(done); });
+    const TaskItem deferred = anyOpenTask(store, random);
+    note("defer", [&] { store.deferTask(deferred, TaskQuadrant::importantNotUrgent); });
+    const TaskItem moving = anyOpenTask(store, random);
+    const TaskItem target = anyOpenTask(store, random);
+    store.beginTaskReorder();
+    note("move", [&] {
+        store.moveTask(moving.id, target.id, true);
+        store.endTaskReorder();
+    });
+    while (store.canUndo.value())
+        note("undo", [&] { store.undo(); });
+}
+
+void operations(benchmark::State &state)
+{
+    PanelOnDisk panel(int(state.range(0)));
+    if (!panel.isReady()) {
+        state.SkipWithError("there is no panel");
+        return;
+    }
+    const TaskList before = panel.store().tasks.value();
+    std::mt19937 random(3);
+    Samples samples;
+    for (auto _ : state)
+        measureRound(panel, random, samples);
+    if (panel.store().tasks.value() != before || panel.store().hasUnsavedChanges())
+        state.SkipWithError("the list is not as it was, or not saved");
+    for (auto &[name, values] : samples) {
+        state.counters[name] = percentile99(values);
+        if (name != "any")
+            samples["any"].insert(samples["any"].end(), values.begin(), values.end());
+    }
+    state.counters["any"] = percentile99(samples["any"]);
+}
+BENCHMARK(operations)->Arg(10)->Arg(1'000)->Arg(10'000)->Iterations(100);
+BENCHMARK(operations)->Arg(100'000)->Iterations(25);
+
+/// A task is dragged from the top over all rows in sight and back, again and again.
+void drag(benchmark::State &state)
+{
+    PanelOnDisk panel(int(state.range(0)));
+    if (!panel.isReady()) {
+        state.SkipWithError("there is no panel");
+        return;
+    }
+    FocusStore &store = panel.store();
+    const TaskList open = store.visibleTasks();
+    std::vector<QUuid> way;
+    for (qsizetype i = 1; way.size() < 15; ++i) {
+        if (open[i].isTopLevel())
+            way.push_back(open[i].id);
+    }
+    std::vector<double> samples;
+    for (auto _ : state) {
+        store.beginTaskReorder();
+        for (const QUuid &over : way)
+            samples.push_back(panel.measure([&] { store.moveTask(open[0].id, over, true); }));
+        for (auto over = way.rbegin(); over != way.rend(); ++over)
+            samples.push_back(panel.measure([&] { store.moveTask(open[0].id, *over, false); }));
+        store.endTaskReorder();
+    }
+    state.counters["move"] = percentile99(samples);
+}
+BENCHMARK(drag)->Arg(1'000)->Iterations(20);
+
+std::vector<Budget> budgets()
+{
+    std::vector<Budget> result;
+    for (const char *size : {"10", "1000", "10000", "100000"}) {
+        const bool isBound = std::string(size) == "10000";
+        result.push_back({"any operation, " + std::string(size) + " tasks, 99th percentile", "ms",
+                          "operations/" + std::string(size), "", "any",
+                          isBound ? std::optional(16.0) : std::nullopt});
+    }
+    for (const char *name : {"add", "done", "defer", "move", "undo"})
+        result.push_back({"  " + std::string(name) + ", 10,000 tasks, 99th percentile", "ms",
+                          "operations/10000", "", name, 16});
+    result.push_back({"drag, 1,000 tasks, each move, 99th percentile", "ms", "drag/1000", "", "move", 16});
+    return result;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QLoggingCategory::setFilterRules(QStringLiteral("*.info=false"));
+    const QApplication application(argc, argv);
+    return measureBudgets(argc, argv, budgets(), 5);
+}

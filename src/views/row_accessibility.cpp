@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#include "views/row_accessibility.h"
+
+#include "views/panel_row_widget.h"
+#include "views/row_list_view.h"
+
+#include <QAccessibleWidget>
+
+namespace wrenfold {
+
+namespace {
+
+class AccessibleRow : public QAccessibleWidget
+{
+public:
+    explicit AccessibleRow(PanelRowWidget *widget)
+        : QAccessibleWidget(widget, QAccessible::ListItem)
+        , m_widget(widget)
+    {
+    }
+
+    [[nodiscard]] QAccessible::State state() const override
+    {
+        QAccessible::State state = QAccessibleWidget::state();
+        const PanelRow &row = m_widget->row();
+        if (row.canExpand()) {
+            state.expandable = true;
+            state.expanded = row.isExpanded;
+            state.collapsed = !row.isExpanded;
+        }
+        return state;
+    }
+
+private:
+    PanelRowWidget *m_widget; // The interface goes with its widget.
+};
+
+QAccessibleInterface *makeInterface(const QString &, QObject *object)
+{
+    if (auto *row = qobject_cast<PanelRowWidget *>(object))
+        return new AccessibleRow(row);
+    if (auto *list = qobject_cast<RowListView *>(object))
+        return new QAccessibleWidget(list, QAccessible::List);
+    return nullptr;
+}
+
+} // namespace
+
+void installRowAccessibility()
+{
+    [[maybe_unused]] static const bool isInstalled = (QAccessible::installFactory(makeInterface), true);
+}
+
+} // namespace wrenfold

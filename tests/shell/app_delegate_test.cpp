@@ -1,0 +1,206 @@
+// SPDX-License-Identifier: MIT
+#include "look/text_field.h"
+#include "model/saved_state.h"
+#include "shell/app_delegate.h"
+#include "shell/focus_panel.h"
+#include "support/fake_platform.h"
+#include "support/test_case.h"
+#include "views/menu_probes.h"
+#include "views/panel_row_widget.h"
+#include "views/todo_composer.h"
+#include "views/view_probes.h"
+
+#include <QRegularExpression>
+#include <QWindow>
+
+namespace wrenfold {
+
+namespace {
+
+const QString hideText = QStringLiteral("Wren Fold を隠す");
+
+/// A program on fakes. The panel is found as the desktop finds it, among the windows.
+struct Program
+{
+    OffscreenSilence silence;
+    FakePlatform fakes;
+    std::unique_ptr<AppDelegate> delegate;
+
+    Program() { fakes.preferences->setValue(FocusStore::storageKey(), StoreOnFakes::documentWith({})); }
+
+    void start()
+    {
+        delegate = std::make_unique<AppDelegate>(fakes.platform);
+        delegate->applicationDidFinishLaunching();
+    }
+
+    [[nodiscard]] static FocusPanel *panel()
+    {
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        for (QWidget *window : windows) {
+            if (auto *panel = qobject_cast<FocusPanel *>(window))
+                return panel;
+        }
+        return nullptr;
+    }
+    [[nodiscard]] static TextField *composer()
+    {
+        return panel()->findChild<TodoComposer *>()->findChild<TextField *>();
+    }
+    /// The menu that a press of the right button opens where the header's button stands.
+    [[nodiscard]] static QMenu *openMenuOn(const QString &button)
+    {
+        const PaintedButton *place = buttonNamed(*panel(), button);
+        QTest::mouseClick(panel()->windowHandle(), Qt::RightButton, {},
+                          place->mapTo(panel(), place->rect().center()));
+        return qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    }
+    static void add(const QString &title)
+    {
+        type(composer(), title);
+        QTest::keyClick(composer(), Qt::Key_Return);
+    }
+
+    [[nodiscard]] QString savedTitles() const
+    {
+        const QByteArray document = fakes.preferences->read(FocusStore::storageKey()).bytes;
+        return words(decodeSavedState(document).value_or(SavedState()).tasks);
+    }
+};
+
+} // namespace
+
+class AppDelegateTest : public TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theStartShowsThePanel()
+    {
+        Program program;
+        program.start();
+        QVERIFY(program.panel()->isVisible());
+        QVERIFY(QTest::qWaitForWindowActive(program.panel()));
+        QVERIFY(!program.composer()->hasFocus());
+        QCOMPARE(program.fakes.panelWindow->joined().size(), 1);
+    }
+
+    void nothingIsShownBeforeTheApplicationIsReady()
+    {
+        Program program;
+        program.delegate = std::make_unique<AppDelegate>(program.fakes.platform);
+        QVERIFY(!program.panel()->isVisible());
+        QVERIFY(!program.fakes.singleInstance->startAgain());
+    }
+
+    void aSecondStartShowsThePanelAgain()
+    {
+        Program program;
+        program.start();
+        program.panel()->close();
+        QVERIFY(!program.panel()->isVisible());
+        QVERIFY(program.fakes.singleInstance->startAgain());
+        QVERIFY(program.panel()->isVisible());
+        QVERIFY(QTest::qWaitForWindowActive(program.panel()));
+    }
+
+    void aFirstStartHasTheTwoSampleTasksWithTheFirstAsNow()
+    {
+        const OffscreenSilence silence;
+        FakePlatform fakes;
+        AppDelegate delegate(fakes.platform);
+        delegate.applicationDidFinishLaunching();
+        const QList<PanelRowWidget *> rows = shown<PanelRowWidget>(*Program::panel());
+        QCOMPARE(rows.size(), 3);
+        QVERIFY(rows.at(1)->row().isActive);
+        QVERIFY(!rows.at(2)->row().isActive);
+    }
+
+    void whatIsTypedIsSavedAndThereAfterANewStart()
+    {
+        Program program;
+        program.start();
+        program.add(QStringLiteral("買い物🛒"));
+        QCOMPARE(program.savedTitles(), QStringLiteral("買い物🛒"));
+        program.delegate.reset();
+        QVERIFY(!program.panel());
+        program.start();
+        QVERIFY(labelSaying(*program.panel(), QStringLiteral("買い物🛒")));
+    }
+
+    void theKeysForUndoAndRedoActOnTheList()
+    {
+        Program program;
+        program.start();
+        QVERIFY(QTest::qWaitForWindowActive(program.panel()));
+        program.composer()->setFocus();
+        program.add(QStringLiteral("a"));
+        program.add(QStringLiteral("b"));
+        QTest::keyClick(program.composer(), Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(program.savedTitles(), QStringLiteral("a"));
+        QTest::keyClick(program.composer(), Qt::Key_Y, Qt::ControlModifier);
+        QCOMPARE(program.savedTitles(), QStringLiteral("a b"));
+    }
+
+    void theMenuOpensFromTheHeader_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::newRow("on a button") << hideText;
+        QTest::newRow("on a button that is disabled") << QStringLiteral("元に戻す（⌘Z）");
+    }
+
+    void theMenuOpensFromTheHeader()
+    {
+        QFETCH(QString, button);
+        Program program;
+        program.start();
+        QMenu *menu = program.openMenuOn(button);
+        QVERIFY(menu);
+        menuEntry(*menu, hideText)->trigger();
+        menu->close();
+        QVERIFY(!program.panel()->isVisible());
+    }
+
+    void theMenusQuitEndsTheProgram()
+    {
+        Program program;
+        program.start();
+        QMenu *menu = program.openMenuOn(hideText);
+        QVERIFY(menu);
+        QMetaObject::invokeMethod(
+            menu,
+            [menu] {
+                menuEntry(*menu, QStringLiteral("Wren Fold を終了"))->trigger();
+                menu->close();
+            },
+            Qt::QueuedConnection);
+        QCOMPARE(QApplication::exec(), 0);
+    }
+
+    void whatTheDiskRefusedIsTriedAgainAtTheEnd()
+    {
+        Program program;
+        program.start();
+        program.fakes.preferences->failNextWrites(1);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral(".*")));
+        program.add(QStringLiteral("a"));
+        QCOMPARE(program.savedTitles(), QString());
+        program.delegate.reset();
+        QCOMPARE(program.savedTitles(), QStringLiteral("a"));
+    }
+
+    void whereEverythingIsSavedTheEndWritesNothing()
+    {
+        Program program;
+        program.start();
+        program.add(QStringLiteral("a"));
+        const int writes = program.fakes.preferences->writeCount();
+        program.delegate.reset();
+        QCOMPARE(program.fakes.preferences->writeCount(), writes);
+    }
+};
+
+} // namespace wrenfold
+
+QTEST_MAIN(wrenfold::AppDelegateTest)
+#include "app_delegate_test.moc"

@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: MIT
+#include "look/text_field.h"
+#include "shell/app_menu.h"
+#include "support/test_case.h"
+#include "views/menu_probes.h"
+#include "views/view_probes.h"
+
+namespace wrenfold {
+
+namespace {
+
+const QString hideText = QStringLiteral("Wren Fold を隠す");
+const QString undoText = QStringLiteral("取り消す");
+const QString redoText = QStringLiteral("やり直す");
+const QString quitText = QStringLiteral("Wren Fold を終了");
+
+struct MenuOnWindow
+{
+    OffscreenSilence silence;
+    QStringList calls;
+    bool canUndo = true;
+    bool canRedo = true;
+    AppMenu menu{{
+        .hidePanel = [this] { calls.append(QStringLiteral("hide")); },
+        .undo = [this] { calls.append(QStringLiteral("undo")); },
+        .redo = [this] { calls.append(QStringLiteral("redo")); },
+        .quit = [this] { calls.append(QStringLiteral("quit")); },
+        .canUndo = [this] { return canUndo; },
+        .canRedo = [this] { return canRedo; },
+    }};
+    QWidget window;
+    TextField *field = new TextField(QStringLiteral("field"), &window);
+
+    MenuOnWindow() { menu.addTo(window); }
+
+    [[nodiscard]] bool show()
+    {
+        window.setFocusPolicy(Qt::ClickFocus);
+        window.show();
+        const bool isActive = QTest::qWaitForWindowActive(&window);
+        window.setFocus();
+        return isActive;
+    }
+
+    /// The menu, opened; closed again with this object.
+    [[nodiscard]] QMenu *open()
+    {
+        menu.popup(QPoint(10, 10));
+        return qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    }
+
+    [[nodiscard]] QAction *action(const QString &text) const
+    {
+        for (QAction *candidate : window.actions()) {
+            if (candidate->text() == text)
+                return candidate;
+        }
+        return nullptr;
+    }
+};
+
+} // namespace
+
+class AppMenuTest : public TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theMenuHoldsBothMenusOfTheProgram()
+    {
+        MenuOnWindow shown;
+        QMenu *menu = shown.open();
+        QVERIFY(menu);
+        QCOMPARE(menuTexts(*menu), QStringList({hideText, QStringLiteral("編集"), undoText, redoText,
+                                                QStringLiteral("-"), quitText}));
+        menu->close();
+    }
+
+    void theShortcutsAreTheOnesWrittenInTheMenu()
+    {
+        MenuOnWindow shown;
+        QMenu *menu = shown.open();
+        QVERIFY(menu);
+        QCOMPARE(menuEntry(*menu, undoText)->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Z));
+        QCOMPARE(menuEntry(*menu, redoText)->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Y));
+        QCOMPARE(menuEntry(*menu, quitText)->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Q));
+        menu->close();
+    }
+
+    void everyEntryDoesWhatItSays()
+    {
+        MenuOnWindow shown;
+        QMenu *menu = shown.open();
+        QVERIFY(menu);
+        for (const QString &text : {hideText, undoText, redoText, quitText})
+            menuEntry(*menu, text)->trigger();
+        menu->close();
+        QCOMPARE(shown.calls.join(QLatin1Char(',')), QStringLiteral("hide,undo,redo,quit"));
+    }
+
+    void theKeysWorkInTheWindow()
+    {
+        MenuOnWindow shown;
+        QVERIFY(shown.show());
+        QTest::keyClick(&shown.window, Qt::Key_Z, Qt::ControlModifier);
+        QTest::keyClick(&shown.window, Qt::Key_Y, Qt::ControlModifier);
+        QTest::keyClick(&shown.window, Qt::Key_Q, Qt::ControlModifier);
+        QCOMPARE(shown.calls.join(QLatin1Char(',')), QStringLiteral("undo,redo,quit"));
+    }
+
+    void inAFieldTheKeysAreItsOwnOnlyWhileItHoldsTyping()
+    {
+        MenuOnWindow shown;
+        QVERIFY(shown.show());
+        shown.field->setFocus();
+        QTest::keyClick(shown.field, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(shown.calls, QStringList(QStringLiteral("undo")));
+        type(shown.field, QStringLiteral("typed"));
+        QTest::keyClick(shown.field, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(shown.field->text(), QString());
+        QCOMPARE(shown.calls.size(), 1);
+        QTest::keyClick(shown.field, Qt::Key_Q, Qt::ControlModifier);
+        QCOMPARE(shown.calls.last(), QStringLiteral("quit"));
+    }
+
+    void undoAndRedoAreDisabledWhereThereIsNothing()
+    {
+        MenuOnWindow shown;
+        shown.canRedo = false;
+        QMenu *menu = shown.open();
+        QVERIFY(menu);
+        QMenu *edit = menu->actions().at(1)->menu<QMenu *>();
+        edit->popup(QPoint(20, 20));
+        QVERIFY(menuEntry(*edit, undoText)->isEnabled());
+        QVERIFY(!menuEntry(*edit, redoText)->isEnabled());
+        edit->close();
+        shown.canUndo = false;
+        shown.canRedo = true;
+        edit->popup(QPoint(20, 20));
+        QVERIFY(!menuEntry(*edit, undoText)->isEnabled());
+        QVERIFY(menuEntry(*edit, redoText)->isEnabled());
+        edit->close();
+        menu->close();
+    }
+
+    void afterTheMenuTheKeysWorkAgain()
+    {
+        MenuOnWindow shown;
+        shown.canUndo = false;
+        QVERIFY(shown.show());
+        QMenu *menu = shown.open();
+        QVERIFY(menu);
+        QMenu *edit = menu->actions().at(1)->menu<QMenu *>();
+        edit->popup(QPoint(20, 20));
+        edit->close();
+        menu->close();
+        // What cannot be taken back now can be after the next change.
+        QTest::keyClick(&shown.window, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(shown.calls, QStringList(QStringLiteral("undo")));
+    }
+};
+
+} // namespace wrenfold
+
+QTEST_MAIN(wrenfold::AppMenuTest)
+#include "app_menu_test.moc"

@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+#include "shell/focus_panel.h"
+#include "support/fake_panel_window.h"
+#include "support/offscreen_silence.h"
+#include "support/test_case.h"
+
+#include <QWindow>
+
+namespace wrenfold {
+
+class FocusPanelTest : public TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void thePanelHasItsTitleAndItsSize()
+    {
+        const OffscreenSilence silence;
+        FakePanelWindow ability;
+        const FocusPanel panel(ability);
+        QCOMPARE(panel.windowTitle(), QStringLiteral("Wren Fold"));
+        QCOMPARE(panel.size(), QSize(344, 500));
+        QCOMPARE(panel.minimumSize(), QSize(344, 250));
+        QCOMPARE(panel.maximumSize(), QSize(760, 760));
+    }
+
+    void theWindowHasTheFlagsOfTheDesktop()
+    {
+        const OffscreenSilence silence;
+        FakePanelWindow ability;
+        const FocusPanel panel(ability);
+        QCOMPARE(panel.windowFlags() & ability.flags(), ability.flags());
+    }
+
+    void theSizeStaysWithinItsBounds()
+    {
+        const OffscreenSilence silence;
+        FakePanelWindow ability;
+        FocusPanel panel(ability);
+        panel.resize(100, 100);
+        QCOMPARE(panel.size(), QSize(344, 250));
+        panel.resize(2000, 2000);
+        QCOMPARE(panel.size(), QSize(760, 760));
+    }
+
+    void closingHidesThePanel()
+    {
+        const OffscreenSilence silence;
+        FakePanelWindow ability;
+        FocusPanel panel(ability);
+        panel.show();
+        QVERIFY(!panel.close());
+        QVERIFY(!panel.isVisible());
+        panel.show();
+        QVERIFY(panel.isVisible());
+    }
+
+    void everyShowingJoinsAllWorkspaces()
+    {
+        const OffscreenSilence silence;
+        FakePanelWindow ability;
+        FocusPanel panel(ability);
+        QVERIFY(ability.joined().isEmpty());
+        panel.show();
+        QCOMPARE(ability.joined(), QList<QWindow *>({panel.windowHandle()}));
+        panel.hide();
+        panel.show();
+        QCOMPARE(ability.joined().size(), 2);
+    }
+
+    void theContentFillsThePanel()
+    {
+        const OffscreenSilence silence;
+        FakePanelWindow ability;
+        FocusPanel panel(ability);
+        auto *content = new QWidget;
+        panel.setContent(content);
+        QCOMPARE(content->geometry(), QRect(0, 0, 344, 500));
+        panel.show();
+        panel.resize(400, 300);
+        QCOMPARE(content->geometry(), QRect(0, 0, 400, 300));
+    }
+
+    void withoutTranslucencyTheCornersAreCutOff()
+    {
+        const OffscreenSilence silence;
+        FakePanelWindow ability;
+        ability.setTranslucencyAvailable(false);
+        FocusPanel panel(ability);
+        panel.show();
+        QVERIFY(!panel.isTranslucent());
+        QVERIFY(!panel.mask().contains(QPoint(0, 0)));
+        QVERIFY(panel.mask().contains(QPoint(172, 0)));
+        QVERIFY(panel.mask().contains(QPoint(172, 499)));
+        panel.resize(344, 400);
+        QVERIFY(!panel.mask().contains(QPoint(0, 399)));
+        QVERIFY(panel.mask().contains(QPoint(172, 399)));
+    }
+
+    void withTranslucencyNothingIsCutOff()
+    {
+        const OffscreenSilence silence;
+        FakePanelWindow ability;
+        FocusPanel panel(ability);
+        panel.show();
+        QVERIFY(panel.isTranslucent());
+        QVERIFY(panel.mask().isEmpty());
+    }
+};
+
+} // namespace wrenfold
+
+QTEST_MAIN(wrenfold::FocusPanelTest)
+#include "focus_panel_test.moc"

@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: MIT
+#include "look/text_field.h"
+#include "shell/panel_controller.h"
+#include "support/fake_panel_window.h"
+#include "support/test_case.h"
+#include "views/focus_panel_view.h"
+#include "views/menu_probes.h"
+#include "views/todo_composer.h"
+#include "views/view_probes.h"
+
+#include <QScreen>
+
+namespace wrenfold {
+
+namespace {
+
+struct ControllerOnFakes
+{
+    OffscreenSilence silence;
+    StoreOnFakes fakes{TaskList{madeTask(QStringLiteral("a"))}};
+    FakePanelWindow ability;
+    QList<QPoint> menus;
+    PanelController controller{fakes.store,
+                               fakes.clock,
+                               ability,
+                               {.showAppMenu = [this](const QPoint &position) { menus.append(position); }}};
+
+    [[nodiscard]] FocusPanel &panel() { return controller.panel(); }
+    [[nodiscard]] FocusPanelView *view() { return panel().findChild<FocusPanelView *>(); }
+    [[nodiscard]] TextField *composer()
+    {
+        return panel().findChild<TodoComposer *>()->findChild<TextField *>();
+    }
+
+    void show() { controller.showAndPin(); }
+};
+
+} // namespace
+
+class PanelControllerTest : public TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void thePanelIsHiddenUntilItIsShown()
+    {
+        ControllerOnFakes fakes;
+        QVERIFY(!fakes.panel().isVisible());
+        fakes.show();
+        QVERIFY(fakes.panel().isVisible());
+        QVERIFY(QTest::qWaitForWindowActive(&fakes.panel()));
+        fakes.controller.hide();
+        QVERIFY(!fakes.panel().isVisible());
+    }
+
+    void shownAgainItIsActiveAgain()
+    {
+        ControllerOnFakes fakes;
+        fakes.show();
+        QWidget other;
+        other.show();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+        fakes.show();
+        QVERIFY(QTest::qWaitForWindowActive(&fakes.panel()));
+    }
+
+    void theContentFillsThePanel()
+    {
+        ControllerOnFakes fakes;
+        QCOMPARE(fakes.view()->geometry(), fakes.panel().rect());
+    }
+
+    void thePanelStartsInTheMiddleOfTheScreen()
+    {
+        ControllerOnFakes fakes;
+        const QPoint middle = QGuiApplication::primaryScreen()->availableGeometry().center();
+        QVERIFY((fakes.panel().frameGeometry().center() - middle).manhattanLength() <= 2);
+    }
+
+    void noFieldHasTheCaretAtStart()
+    {
+        ControllerOnFakes fakes;
+        fakes.show();
+        QVERIFY(QTest::qWaitForWindowActive(&fakes.panel()));
+        QVERIFY(fakes.view()->hasFocus());
+    }
+
+    void aRequestForInputShowsThePanelWithTheCaretInTheField()
+    {
+        ControllerOnFakes fakes;
+        fakes.fakes.store.requestTodoInput();
+        QVERIFY(fakes.panel().isVisible());
+        QVERIFY(QTest::qWaitForWindowActive(&fakes.panel()));
+        QVERIFY(fakes.composer()->hasFocus());
+        fakes.controller.hide();
+        fakes.fakes.store.requestTodoInput();
+        QVERIFY(fakes.panel().isVisible());
+    }
+
+    void theHeadersButtonHidesThePanel()
+    {
+        ControllerOnFakes fakes;
+        fakes.show();
+        QVERIFY(click(fakes.panel(), QStringLiteral("Wren Fold を隠す")));
+        QVERIFY(!fakes.panel().isVisible());
+    }
+
+    void theMenuIsAskedForWhereTheButtonWasPressed()
+    {
+        ControllerOnFakes fakes;
+        fakes.show();
+        QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(5, 5), QPoint(105, 205));
+        QCoreApplication::sendEvent(fakes.view(), &event);
+        QCOMPARE(fakes.menus, QList<QPoint>({QPoint(105, 205)}));
+    }
+
+    void typingKeptInTheFieldSurvivesHiding()
+    {
+        ControllerOnFakes fakes;
+        fakes.show();
+        type(fakes.composer(), QStringLiteral("draft"));
+        fakes.controller.hide();
+        fakes.show();
+        QCOMPARE(fakes.composer()->text(), QStringLiteral("draft"));
+    }
+};
+
+} // namespace wrenfold
+
+QTEST_MAIN(wrenfold::PanelControllerTest)
+#include "panel_controller_test.moc"

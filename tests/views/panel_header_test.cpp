@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: MIT
+#include "look/count_badge.h"
+#include "look/icon_button.h"
+#include "support/test_case.h"
+#include "support/tool_tip.h"
+#include "views/panel_header.h"
+#include "views/view_probes.h"
+
+namespace wrenfold {
+
+namespace {
+
+const QString undoHelp = QStringLiteral("元に戻す（⌘Z）");
+const QString redoHelp = QStringLiteral("やり直す（⌘Y）");
+const QString hideHelp = QStringLiteral("Wren Fold を隠す");
+
+struct HeaderInWindow
+{
+    QWidget window;
+    QStringList calls;
+    PanelHeader *header = new PanelHeader({[this] { calls.append(QStringLiteral("undo")); },
+                                           [this] { calls.append(QStringLiteral("redo")); },
+                                           [this] { calls.append(QStringLiteral("hide")); }},
+                                          &window);
+
+    HeaderInWindow()
+    {
+        header->resize(320, header->height());
+        window.resize(320, 100);
+        window.show();
+    }
+};
+
+} // namespace
+
+class PanelHeaderTest : public TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyControlIsReachedByMouseAndByKey()
+    {
+        HeaderInWindow shownHeader;
+        for (const QString &help : {undoHelp, redoHelp, hideHelp}) {
+            QVERIFY(click(*shownHeader.header, help));
+            QTest::keyClick(buttonNamed(*shownHeader.header, help), Qt::Key_Space);
+        }
+        QCOMPARE(shownHeader.calls.join(QLatin1Char(',')), QStringLiteral("undo,undo,redo,redo,hide,hide"));
+    }
+
+    void theSymbolsAreTheirOwn()
+    {
+        HeaderInWindow shownHeader;
+        const auto symbolOf = [&shownHeader](const QString &help) {
+            return qobject_cast<IconButton *>(buttonNamed(*shownHeader.header, help))->symbol();
+        };
+        QCOMPARE(symbolOf(undoHelp), QStringLiteral("arrow.uturn.backward"));
+        QCOMPARE(symbolOf(redoHelp), QStringLiteral("arrow.uturn.forward"));
+    }
+
+    void helpTextsAreToolTips()
+    {
+        HeaderInWindow shownHeader;
+        for (const QString &help : {undoHelp, redoHelp, hideHelp})
+            QCOMPARE(shownToolTip(*buttonNamed(*shownHeader.header, help)), plainToolTip(help));
+    }
+
+    void undoAndRedoAreDisabledWhereThereIsNothing()
+    {
+        HeaderInWindow shownHeader;
+        shownHeader.header->setCanUndo(false);
+        shownHeader.header->setCanRedo(false);
+        QVERIFY(click(*shownHeader.header, undoHelp));
+        QVERIFY(click(*shownHeader.header, redoHelp));
+        QCOMPARE(shownHeader.calls, QStringList());
+        shownHeader.header->setCanUndo(true);
+        QVERIFY(click(*shownHeader.header, undoHelp));
+        shownHeader.header->setCanRedo(true);
+        QVERIFY(click(*shownHeader.header, redoHelp));
+        QCOMPARE(shownHeader.calls.join(QLatin1Char(',')), QStringLiteral("undo,redo"));
+    }
+
+    void theBadgeShowsTheDaysCount()
+    {
+        HeaderInWindow shownHeader;
+        auto *badge = shownHeader.header->findChild<CountBadge *>();
+        shownHeader.header->setCompletedTodayCount(12);
+        QCOMPARE(badge->count(), 12);
+        QCOMPARE(accessibleName(*badge), QStringLiteral("今日完了したタスク数 12"));
+        QCOMPARE(shownToolTip(*badge), plainToolTip(QStringLiteral("今日完了したタスク数")));
+    }
+
+    void aGrowingCountPushesNothingOntoSomethingElse()
+    {
+        HeaderInWindow shownHeader;
+        for (const int count : {0, 9, 10, 100, 12345}) {
+            shownHeader.header->setCompletedTodayCount(count);
+            auto *badge = shownHeader.header->findChild<CountBadge *>();
+            QCOMPARE(badge->width(), badge->sizeHint().width());
+            QVERIFY(badge->geometry().right() < buttonNamed(*shownHeader.header, undoHelp)->x());
+            QVERIFY(buttonNamed(*shownHeader.header, redoHelp)->geometry().right() <
+                    buttonNamed(*shownHeader.header, hideHelp)->x());
+            QCOMPARE(faultsOfButtons(*shownHeader.header), QStringList());
+        }
+    }
+};
+
+} // namespace wrenfold
+
+QTEST_MAIN(wrenfold::PanelHeaderTest)
+#include "panel_header_test.moc"
