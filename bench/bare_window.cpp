@@ -6,23 +6,32 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
-// What any program of this toolkit takes that shows a window of the panel's size: with nothing in it, or, with
-// --rows, with the titles of 40 tasks. It stands where the panel stands.
+namespace {
+
+QLabel *label(const QString &text)
+{
+    auto *result = new QLabel(text);
+    result->setFixedHeight(12);
+    return result;
+}
+
+} // namespace
+
+// What any program of this toolkit takes that shows a window of the panel's size, at the panel's place: with
+// nothing in it, with one line of Latin text (--line), or with the titles of 40 tasks (--rows).
 int main(int argc, char **argv)
 {
     const QApplication application(argc, argv);
     QWidget window;
     window.resize(344, 500);
+    auto *layout = new QVBoxLayout(&window);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    if (QApplication::arguments().contains(QStringLiteral("--line")))
+        layout->addWidget(label(QStringLiteral("One line of text")));
     if (QApplication::arguments().contains(QStringLiteral("--rows"))) {
-        auto *layout = new QVBoxLayout(&window);
-        layout->setSizeConstraint(QLayout::SetNoConstraint);
-        for (const wrenfold::TaskItem &task : wrenfold::sampleState(40).tasks) {
-            auto *label = new QLabel(task.title);
-            label->setFixedHeight(11);
-            layout->addWidget(label);
-        }
-        layout->setSpacing(0);
-        layout->setContentsMargins(0, 0, 0, 0);
+        for (const wrenfold::TaskItem &task : wrenfold::sampleState(40).tasks)
+            layout->addWidget(label(task.title));
     }
     QRect frame = window.frameGeometry();
     frame.moveCenter(QGuiApplication::primaryScreen()->availableGeometry().center());

@@ -101,6 +101,9 @@ void start(benchmark::State &state, const char *name, const QStringList &argumen
 }
 BENCHMARK_CAPTURE(start, panel, "wrenfold", QStringList())->UseManualTime()->Iterations(1);
 BENCHMARK_CAPTURE(start, bareWindow, "bare_window", QStringList())->UseManualTime()->Iterations(1);
+BENCHMARK_CAPTURE(start, lineOfText, "bare_window", QStringList(QStringLiteral("--line")))
+    ->UseManualTime()
+    ->Iterations(1);
 BENCHMARK_CAPTURE(start, bareRows, "bare_window", QStringList(QStringLiteral("--rows")))
     ->UseManualTime()
     ->Iterations(1);
@@ -142,11 +145,14 @@ int main(int argc, char **argv)
     return measureBudgets(
         argc, argv,
         {
-            {"start to the first picture, 50 tasks / bare window", "x", "start/panel", "start/bareWindow", "",
-             2},
+            {"start to the first picture, 50 tasks / bare window, empty", "x", "start/panel",
+             "start/bareWindow", "", 2},
+            {"  / bare window with one line of text", "x", "start/panel", "start/lineOfText", "", 2},
             {"  / bare window with 40 Japanese labels", "x", "start/panel", "start/bareRows", "", {}},
-            {"resident memory with the panel shown / bare window", "x", "start/panel", "start/bareWindow",
-             "resident", 1.6},
+            {"resident memory with the panel shown / bare window, empty", "x", "start/panel",
+             "start/bareWindow", "resident", 1.6},
+            {"  / bare window with one line of text", "x", "start/panel", "start/lineOfText", "resident",
+             1.6},
             {"  / bare window with 40 Japanese labels", "x", "start/panel", "start/bareRows", "resident", {}},
             {"wake-ups in 20 s, timer stopped, no field focused", "", "idle", "", "wakeups", 0},
         },

@@ -90,7 +90,7 @@ run_fuzz_targets() {
         name=${program##*/fuzz_}
         mkdir -p "build/fuzz/found/$name"
         check "fuzz-$name" "$program" -max_total_time=10 -timeout=10 -rss_limit_mb=2048 \
-            -artifact_prefix="build/fuzz/found/$name-" "build/fuzz/found/$name" "tests/fuzz/corpus/$name" || true
+            -dict="tests/fuzz/$name.dict" -artifact_prefix="build/fuzz/found/$name-" "build/fuzz/found/$name" "tests/fuzz/corpus/$name" || true
     done
 }
 

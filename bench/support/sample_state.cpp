@@ -11,7 +11,7 @@ QString sampleTitle(int number)
 {
     static const QStringList beginnings = {
         QStringLiteral("企画書の第%1章を見直して田中さんに送る"),
-        QStringLiteral("週次レビュー(%1回目)の議事録をまとめる 📝"),
+        QStringLiteral("週次レビュー(%1回目)の議事録をまとめて共有する"),
         QStringLiteral("請求書 No.%1 の金額を経理に確認する"),
         QStringLiteral("API v%1 のエラー処理を直してテストを足す"),
         QStringLiteral("歯医者の予約を%1日に変更する電話をかける"),

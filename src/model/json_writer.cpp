@@ -53,59 +53,34 @@ char *appendUtf8(char *out, char32_t character)
 
 QByteArray JsonWriter::take()
 {
-    m_bytes.truncate(m_size);
-    m_size = 0;
-    m_isSeparatorDue = false;
-    return std::exchange(m_bytes, {});
+    m_bytes.truncate(m_next - m_bytes.constData());
+    return std::move(m_bytes);
 }
 
-char *JsonWriter::room(qsizetype bytes)
+void JsonWriter::grow(qsizetype bytes)
 {
-    if (m_bytes.size() - m_size < bytes)
-        m_bytes.resize(2 * m_bytes.size() + bytes);
-    return m_bytes.data() + m_size;
-}
-
-void JsonWriter::append(std::string_view bytes)
-{
-    char *out = room(qsizetype(bytes.size()));
-    advanceTo(std::copy(bytes.begin(), bytes.end(), out));
-}
-
-void JsonWriter::separate()
-{
-    if (m_isSeparatorDue)
-        append(",");
-    m_isSeparatorDue = true;
+    const qsizetype written = m_next - m_bytes.constData();
+    m_bytes.resize(2 * m_bytes.size() + bytes);
+    m_next = m_bytes.data() + written;
+    m_end = m_bytes.data() + m_bytes.size();
 }
 
 void JsonWriter::open(char bracket)
 {
-    separate();
-    append({&bracket, 1});
+    token({&bracket, 1});
     m_isSeparatorDue = false;
 }
 
 void JsonWriter::close(char bracket)
 {
-    append({&bracket, 1});
-    m_isSeparatorDue = true;
-}
-
-void JsonWriter::key(std::string_view asciiName)
-{
-    separate();
-    append("\"");
-    append(asciiName);
-    append("\":");
     m_isSeparatorDue = false;
+    token({&bracket, 1});
 }
 
 void JsonWriter::string(QStringView text)
 {
     constexpr qsizetype longestUnit = 6; // Bytes: an escaped one.
-    separate();
-    char *out = room(longestUnit * text.size() + 2);
+    char *out = beginToken(longestUnit * text.size() + 2);
     *out++ = '"';
     for (qsizetype i = 0; i < text.size(); ++i) {
         const QChar c = text[i];
@@ -121,47 +96,44 @@ void JsonWriter::string(QStringView text)
             out = appendUtf8(out, unit);
     }
     *out++ = '"';
-    advanceTo(out);
+    m_next = out;
 }
 
 void JsonWriter::string(QLatin1String plainText)
 {
-    separate();
-    append("\"");
-    append({plainText.data(), std::size_t(plainText.size())});
-    append("\"");
+    char *out = beginToken(plainText.size() + 2);
+    *out++ = '"';
+    out = std::copy(plainText.begin(), plainText.end(), out);
+    *out++ = '"';
+    m_next = out;
 }
 
 void JsonWriter::boolean(bool value)
 {
-    separate();
-    append(value ? "true" : "false");
+    token(value ? "true" : "false");
 }
 
 void JsonWriter::integer(qint64 value)
 {
     constexpr qsizetype longest = 24;
-    separate();
-    char *out = room(longest);
-    advanceTo(std::to_chars(out, out + longest, value).ptr);
+    char *out = beginToken(longest);
+    m_next = std::to_chars(out, out + longest, value).ptr;
 }
 
 void JsonWriter::number(double value)
 {
     constexpr qsizetype longest = 32;
-    separate();
     if (value == 0.0 && std::signbit(value)) {
-        append("-0.0"); // Readers take "-0" for the integer.
+        token("-0.0"); // Readers take "-0" for the integer.
         return;
     }
-    char *out = room(longest);
-    advanceTo(std::to_chars(out, out + longest, value).ptr);
+    char *out = beginToken(longest);
+    m_next = std::to_chars(out, out + longest, value).ptr;
 }
 
 void JsonWriter::uuid(const QUuid &id)
 {
-    separate();
-    char *out = room(38);
+    char *out = beginToken(38);
     *out++ = '"';
     out = appendDigits(out, id.data1, 8);
     *out++ = '-';
@@ -175,7 +147,7 @@ void JsonWriter::uuid(const QUuid &id)
         out = appendDigits(out, id.data4[i], 2);
     }
     *out++ = '"';
-    advanceTo(out);
+    m_next = out;
 }
 
 } // namespace wrenfold

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QUuid>
 
+#include <algorithm>
 #include <string_view>
 
 namespace wrenfold {
@@ -14,15 +15,32 @@ namespace wrenfold {
 class JsonWriter
 {
 public:
-    void reserve(qsizetype bytes) { m_bytes.resize(bytes); }
-    [[nodiscard]] QByteArray take(); ///< What was written; the writer is empty then.
+    explicit JsonWriter(qsizetype expectedBytes = 0)
+        : m_bytes(expectedBytes, Qt::Uninitialized)
+        , m_next(m_bytes.data())
+        , m_end(m_next + expectedBytes)
+    {
+    }
+    Q_DISABLE_COPY_MOVE(JsonWriter)
+
+    /// What was written, to be called once, at the end.
+    [[nodiscard]] QByteArray take();
 
     void beginObject() { open('{'); }
     void endObject() { close('}'); }
     void beginArray() { open('['); }
     void endArray() { close(']'); }
 
-    void key(std::string_view asciiName);
+    void key(std::string_view asciiName)
+    {
+        char *out = beginToken(qsizetype(asciiName.size()) + 3);
+        *out++ = '"';
+        out = std::copy(asciiName.begin(), asciiName.end(), out);
+        *out++ = '"';
+        *out++ = ':';
+        m_next = out;
+        m_isSeparatorDue = false;
+    }
 
     void string(QStringView text);
     void string(QLatin1String plainText); ///< ASCII that needs no escape.
@@ -34,15 +52,28 @@ public:
 private:
     void open(char bracket);
     void close(char bracket);
-    void separate();
-    void append(std::string_view bytes);
 
-    /// Where the next bytes go, with room for so many; advanceTo() then says how far they reach.
-    [[nodiscard]] char *room(qsizetype bytes);
-    void advanceTo(const char *end) { m_size = end - m_bytes.constData(); }
+    /// Where a token of at most so many bytes goes, behind a comma if one is due. m_next must then be set to
+    /// its end.
+    [[nodiscard]] char *beginToken(qsizetype bytes)
+    {
+        if (m_end - m_next < bytes + 1)
+            grow(bytes + 1);
+        if (m_isSeparatorDue)
+            *m_next++ = ',';
+        m_isSeparatorDue = true;
+        return m_next;
+    }
+    void token(std::string_view bytes)
+    {
+        char *out = beginToken(qsizetype(bytes.size()));
+        m_next = std::copy(bytes.begin(), bytes.end(), out);
+    }
+    void grow(qsizetype bytes);
 
-    QByteArray m_bytes; ///< Longer than what is written, so that not every byte asks for more.
-    qsizetype m_size = 0;
+    QByteArray m_bytes; ///< Longer than what is written.
+    char *m_next;
+    char *m_end;
     bool m_isSeparatorDue = false;
 };
 

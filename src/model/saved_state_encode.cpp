@@ -98,8 +98,7 @@ QByteArray encodeTask(const TaskItem &task)
 QByteArray encodeSavedState(const SavedState &state)
 {
     constexpr qsizetype usualBytesOfTask = 256;
-    JsonWriter json;
-    json.reserve(2048 + state.tasks.size() * usualBytesOfTask);
+    JsonWriter json(2048 + state.tasks.size() * usualBytesOfTask);
     json.beginObject();
     json.key("tasks");
     json.beginArray();

@@ -169,10 +169,9 @@ void FocusPanelView::scheduleRowsUpdate()
 void FocusPanelView::updateRows()
 {
     const std::optional<QUuid> composerParentID = m_store.subtaskComposerParentID.value();
-    const QList<PanelRow> rows =
+    m_list->setRows(
         panelRows({m_store.tasks.value(), m_store.activeTaskID.value(), composerParentID,
-                   m_store.isDeferredSectionExpanded.value(), m_store.isCompletedSectionExpanded.value()});
-    m_list->setRows(rows);
+                   m_store.isDeferredSectionExpanded.value(), m_store.isCompletedSectionExpanded.value()}));
     if (composerParentID == m_shownComposerParentID && !composerParentID)
         return;
 

@@ -61,7 +61,7 @@ NowCard::NowCard(const Actions &actions, QWidget *parent)
     actOnTask(m_addSubtask, m_actions.addSubtask);
     actOnTask(m_delete, m_actions.deleteTask);
     actOnTask(m_done, m_actions.toggleDone);
-    setTask(std::nullopt);
+    showTask();
 }
 
 void NowCard::setGoal(const QString &goal)
@@ -71,13 +71,21 @@ void NowCard::setGoal(const QString &goal)
 
 void NowCard::setTask(const std::optional<TaskItem> &task)
 {
+    // Most operations leave NOW alone, and breaking its title into lines costs more than some of them.
+    if (task == m_task)
+        return;
     m_task = task;
+    showTask();
+}
+
+void NowCard::showTask()
+{
     const int heightBefore = heightForWidth(width());
-    m_title->setText(task ? task->title : QString());
-    m_title->setVisible(task.has_value());
+    m_title->setText(m_task ? m_task->title : QString());
+    m_title->setVisible(m_task.has_value());
     for (IconButton *button : {m_addSubtask, m_delete, m_done})
-        button->setVisible(task.has_value());
-    m_addTask->setVisible(!task);
+        button->setVisible(m_task.has_value());
+    m_addTask->setVisible(!m_task);
     placeChildren();
     if (heightForWidth(width()) != heightBefore)
         Q_EMIT heightChanged();

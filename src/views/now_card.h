@@ -45,6 +45,7 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    void showTask();
     void placeChildren();
     [[nodiscard]] int titleWidth(int cardWidth) const;
     [[nodiscard]] int titleHeight(int cardWidth) const;

@@ -38,9 +38,7 @@ public:
 private:
     void addOpenSection()
     {
-        PanelRow header = row(PanelRow::Kind::TodoHeader);
-        header.count = m_openCount;
-        m_rows.append(header);
+        addRow(PanelRow::Kind::TodoHeader).count = m_openCount;
         const qsizetype before = m_rows.size();
         for (const TaskItem &task : m_input.tasks) {
             if (task.isTopLevel() && task.isOpen())
@@ -53,34 +51,32 @@ private:
     void addOpenTask(const TaskItem &task)
     {
         const QList<const TaskItem *> children = m_children.value(task.id);
-        PanelRow parent = taskRow(PanelRow::Kind::Task, task);
+        const bool isExpanded = task.isExpanded && !children.isEmpty();
+        PanelRow &parent = addTaskRow(PanelRow::Kind::Task, task);
         parent.childCount = int(children.size());
-        parent.isExpanded = task.isExpanded && !children.isEmpty();
-        m_rows.append(parent);
-        if (parent.isExpanded) {
+        parent.isExpanded = isExpanded;
+        if (isExpanded) {
             for (qsizetype i = 0; i < children.size(); ++i) {
                 if (children[i]->isDeferred)
                     continue;
-                PanelRow child = taskRow(PanelRow::Kind::Task, *children[i]);
+                PanelRow &child = addTaskRow(PanelRow::Kind::Task, *children[i]);
                 child.isSubtask = true;
                 child.subtaskNumber = int(i) + 1;
                 child.subtaskTotal = int(children.size());
-                m_rows.append(child);
             }
         }
         if (m_input.subtaskComposerParentID == task.id)
-            m_rows.append(taskRow(PanelRow::Kind::SubtaskComposer, task));
+            addTaskRow(PanelRow::Kind::SubtaskComposer, task);
     }
 
     void addEmptyState()
     {
-        PanelRow empty = row(PanelRow::Kind::EmptyState);
+        PanelRow &empty = addRow(PanelRow::Kind::EmptyState);
         const bool isAnyDeferred = !deferredTasks().isEmpty();
         empty.title = m_input.tasks.isEmpty() ? QStringLiteral("TODOはまだありません")
                                               : QStringLiteral("今やるTODOはありません");
         empty.hint = isAnyDeferred ? QStringLiteral("下の「あとでやる」からTODOへ戻せます")
                                    : QStringLiteral("上の入力欄からTODOを追加できます");
-        m_rows.append(empty);
     }
 
     void addDeferredSection()
@@ -106,17 +102,13 @@ private:
     {
         if (tasks.isEmpty())
             return;
-        PanelRow header = row(headerKind);
+        PanelRow &header = addRow(headerKind);
         header.count = int(tasks.size());
         header.isExpanded = isExpanded;
-        m_rows.append(header);
         if (!isExpanded)
             return;
-        for (const TaskItem *task : tasks) {
-            PanelRow section = taskRow(rowKind, *task);
-            section.childCount = int(m_children.value(task->id).size());
-            m_rows.append(section);
-        }
+        for (const TaskItem *task : tasks)
+            addTaskRow(rowKind, *task).childCount = int(m_children.value(task->id).size());
     }
 
     /// The deferred tasks that are not shown with a deferred parent.
@@ -131,19 +123,20 @@ private:
         return result;
     }
 
-    PanelRow row(PanelRow::Kind kind) const
+    /// Made in their place, as each copy of a row counts at ten thousand. Good until the next row is added.
+    PanelRow &addRow(PanelRow::Kind kind)
     {
-        PanelRow result;
-        result.kind = kind;
-        return result;
+        PanelRow &row = m_rows.emplaceBack();
+        row.kind = kind;
+        return row;
     }
 
-    PanelRow taskRow(PanelRow::Kind kind, const TaskItem &task) const
+    PanelRow &addTaskRow(PanelRow::Kind kind, const TaskItem &task)
     {
-        PanelRow result = row(kind);
-        result.task = task;
-        result.isActive = kind == PanelRow::Kind::Task && m_input.activeTaskID == task.id;
-        return result;
+        PanelRow &row = addRow(kind);
+        row.task = task;
+        row.isActive = kind == PanelRow::Kind::Task && m_input.activeTaskID == task.id;
+        return row;
     }
 
     const PanelRowsInput &m_input;

@@ -11,6 +11,7 @@
 #include <QScrollBar>
 
 #include <algorithm>
+#include <utility>
 
 namespace wrenfold {
 
@@ -31,7 +32,7 @@ RowListView::RowListView(RowFactory factory, QWidget *parent)
             [this](QWidget *, QWidget *focused) { noteFocus(focused); });
 }
 
-void RowListView::setRows(const QList<PanelRow> &rows)
+void RowListView::setRows(QList<PanelRow> rows)
 {
     if (rows == m_rows)
         return;
@@ -41,17 +42,17 @@ void RowListView::setRows(const QList<PanelRow> &rows)
     const Qt::FocusReason reason =
         focusedWidget && focusedWidget->showsFocusRing() ? Qt::TabFocusReason : Qt::MouseFocusReason;
 
-    m_rows = rows;
+    m_rows = std::move(rows); // Not shared with the caller: looking at a row would copy them all.
     m_tops.resize(1);
-    m_tops.reserve(rows.size() + 1);
-    for (const PanelRow &row : rows)
+    m_tops.reserve(m_rows.size() + 1);
+    for (const PanelRow &row : std::as_const(m_rows))
         m_tops.append(m_tops.last() + row.height());
 
     updateScrollRange();
     if (focusedBefore >= 0 && indexOf(m_lastFocused) < 0) {
-        qsizetype successor = focusableFrom(std::min(focusedBefore, rows.size() - 1), 1);
+        qsizetype successor = focusableFrom(std::min(focusedBefore, m_rows.size() - 1), 1);
         if (successor < 0)
-            successor = focusableFrom(rows.size() - 1, -1);
+            successor = focusableFrom(m_rows.size() - 1, -1);
         if (successor >= 0)
             focusIndex(successor, reason);
     }

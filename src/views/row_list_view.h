@@ -28,7 +28,7 @@ public:
 
     explicit RowListView(RowFactory factory, QWidget *parent = nullptr);
 
-    void setRows(const QList<PanelRow> &rows);
+    void setRows(QList<PanelRow> rows);
 
     [[nodiscard]] bool contains(const PanelRow::Identity &identity) const { return indexOf(identity) >= 0; }
 

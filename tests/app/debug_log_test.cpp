@@ -76,8 +76,11 @@ private Q_SLOTS:
 
     void textFromOutsideCannotForgeALine()
     {
-        const QString line = DebugLog::line(QtInfoMsg, "store", QStringLiteral("A & B_c <b>x</b>\nfake\u2028\u202Eline"), false);
-        QCOMPARE(line, QStringLiteral("dev.tolvane.Wrenfold [store] info: A & B_c <b>x</b>\\u000afake\\u2028\\u202eline"));
+        const QString line = DebugLog::line(QtInfoMsg, "store",
+                                            QStringLiteral("A & B_c <b>x</b>\nfake\u2028\u202Eline"), false);
+        QCOMPARE(line,
+                 QStringLiteral(
+                     "dev.tolvane.Wrenfold [store] info: A & B_c <b>x</b>\\u000afake\\u2028\\u202eline"));
     }
 };
 
