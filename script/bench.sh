@@ -22,7 +22,7 @@ programs=("${@/#/build/bench/}")
 (($# > 0)) || programs=(build/bench/*_bench)
 table=build/bench-table.txt
 : >build/bench.log
-printf '%-66s %8s %-3s %-9s %-13s %s\n' what median '' budget min-max 'ratio of' | tee "$table"
+printf '%-70s %8s %-3s %-9s %-13s %s\n' what median '' budget min-max 'ratio of (ms or MB)' | tee "$table"
 for program in "${programs[@]}"; do
     "$program" 2>>build/bench.log | tee -a "$table" || {
         tail -n 20 build/bench.log

@@ -90,7 +90,7 @@ bool print(const Budget &budget, const Collector &collector)
         for (std::size_t i = 0; i < values.size(); ++i)
             values[i] = figures[i] / references[i];
         if (!values.empty())
-            both = sides(figures, references) + (budget.counter.empty() ? " ms" : " MB");
+            both = sides(figures, references);
     }
     if (values.empty())
         return false;
@@ -98,7 +98,7 @@ bool print(const Budget &budget, const Collector &collector)
     const bool isMissed = budget.atMost && median(values) > *budget.atMost;
     const std::string bound = budget.atMost ? "<= " + text(*budget.atMost) : "";
     const std::string noise = text(values.front()) + "-" + text(values.back());
-    std::printf("%-66s %8s %-3s %-9s %-13s %-20s%s\n", budget.what.c_str(), text(median(values)).c_str(),
+    std::printf("%-70s %8s %-3s %-9s %-13s %-20s%s\n", budget.what.c_str(), text(median(values)).c_str(),
                 budget.unit.c_str(), bound.c_str(), noise.c_str(), both.c_str(), isMissed ? " MISSED" : "");
     std::fflush(stdout);
     return true;

@@ -14,10 +14,11 @@ namespace wrenfold {
 
 namespace {
 
-void print(std::FILE *stream, const QByteArray &text)
+/// Whether all of it was written.
+bool print(std::FILE *stream, const QByteArray &text)
 {
-    std::fwrite(text.constData(), 1, std::size_t(text.size()), stream);
-    std::fflush(stream);
+    const std::size_t written = std::fwrite(text.constData(), 1, std::size_t(text.size()), stream);
+    return std::fflush(stream) == 0 && written == std::size_t(text.size());
 }
 
 /// Checks that ordering drops neither completed tasks nor subtasks.
@@ -46,8 +47,8 @@ int runDebugPreserveCompleted()
         {QStringLiteral("contains_completed"), titles.contains(completed.title)},
         {QStringLiteral("count"), int(ordered.size())},
     };
-    print(stdout, QJsonDocument(verdict).toJson());
-    return ordered.size() == 4 ? 0 : 1;
+    const bool isPrinted = print(stdout, QJsonDocument(verdict).toJson());
+    return isPrinted && ordered.size() == 4 ? 0 : 1;
 }
 
 } // namespace

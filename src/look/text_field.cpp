@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "look/text_field.h"
 
+#include <QClipboard>
+#include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QStyleHints>
 
 namespace wrenfold {
@@ -54,6 +57,30 @@ void TextField::commit()
     const int cursor = cursorPosition();
     setCommittedText(text());
     setCursorPosition(cursor);
+}
+
+void TextField::contextMenuEvent(QContextMenuEvent *event)
+{
+    // Qt's own speaks the toolkit's language and undoes what is committed.
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    const auto add = [menu](const QString &text, auto act, bool isEnabled) {
+        menu->addAction(text, act)->setEnabled(isEnabled);
+    };
+    add(
+        QStringLiteral("元に戻す"), [this] { undo(); }, hasUncommittedText() && isUndoAvailable());
+    add(
+        QStringLiteral("やり直す"), [this] { redo(); }, hasUncommittedText() && isRedoAvailable());
+    menu->addSeparator();
+    add(
+        QStringLiteral("切り取り"), [this] { cut(); }, hasSelectedText());
+    add(
+        QStringLiteral("コピー"), [this] { copy(); }, hasSelectedText());
+    add(
+        QStringLiteral("貼り付け"), [this] { paste(); }, !QGuiApplication::clipboard()->text().isEmpty());
+    add(
+        QStringLiteral("すべて選択"), [this] { selectAll(); }, !text().isEmpty());
+    menu->popup(event->globalPos());
 }
 
 bool TextField::hasUncommittedText() const

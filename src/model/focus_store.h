@@ -39,7 +39,7 @@ private:
     ChangeGroup m_changes; ///< First: the properties below belong to it.
 
 public:
-    // --- The list, changed by the operations only ------------------------------------------------------------
+    // --- The list, changed by the operations only ----------------------------------------------------------
     Published<TaskList> tasks{m_changes, {}, Persistence::Persisted};
     Published<std::optional<QUuid>> activeTaskID{m_changes, {}, Persistence::Persisted};
     Published<bool> canUndo{m_changes, false};
@@ -49,7 +49,7 @@ public:
     Published<int> composerFocusToken{m_changes, 0};
     Published<QString> sortStatus{m_changes, {}};
 
-    // --- What the user sets, saved ---------------------------------------------------------------------------
+    // --- What the user sets, saved -------------------------------------------------------------------------
     Setting<QString> mediumGoal{m_changes, {}, Persistence::Persisted};
     Setting<bool> isTodoListHidden{m_changes, false, Persistence::Persisted};
     Setting<bool> isHardPinned{m_changes, true, Persistence::Persisted};
@@ -72,7 +72,7 @@ public:
     Setting<QString> ollamaBaseURL{m_changes, SavedState::defaultOllamaBaseURL(), Persistence::Persisted};
     Setting<bool> autoSortAfterAdding{m_changes, false, Persistence::Persisted};
 
-    // --- What is true while the program runs -----------------------------------------------------------------
+    // --- What is true while the program runs ---------------------------------------------------------------
     Published<qint64> remainingSeconds{m_changes, 1500};
     Published<bool> isTimerRunning{m_changes, false};
     Published<PomodoroPhase> timerPhase{m_changes, PomodoroPhase::work};
@@ -84,14 +84,15 @@ public:
     Published<QString> apiImportStatus{m_changes, {}};
     Published<QList<InboxItem>> inboxItems{m_changes, {}};
 
-    // --- The document: focus_store_document.cpp --------------------------------------------------------------
+    // --- The document: focus_store_document.cpp ------------------------------------------------------------
+    /// Writes the document now, if it is persisted at all and not just being loaded. A failure goes into the log.
     void save();
     /// The last save did not reach the disk.
     [[nodiscard]] bool hasUnsavedChanges() const { return m_isSaveFailing; }
     void setWorkDurationMinutes(qint64 minutes);  ///< Kept within 1 to 90.
     void setBreakDurationMinutes(qint64 minutes); ///< Kept within 1 to 30.
 
-    // --- Tasks: focus_store_tasks.cpp ------------------------------------------------------------------------
+    // --- Tasks: focus_store_tasks.cpp ----------------------------------------------------------------------
     /// Adds to the end of the list, or under `parentID`, or under the open subtask composer's parent.
     void addTask(const QString &title, bool makeActive, std::optional<QUuid> parentID = std::nullopt);
     void addSubtask(const QUuid &parentID, const QString &title);
@@ -108,7 +109,7 @@ public:
     void setQuadrant(TaskQuadrant quadrant, const TaskItem &task);
     void clearCompleted();
 
-    // --- What follows from the list, computed at each call: focus_store_tasks.cpp ----------------------------
+    // --- What follows from the list, computed at each call: focus_store_tasks.cpp --------------------------
     [[nodiscard]] std::optional<TaskItem> activeTask() const;
     [[nodiscard]] TaskList topLevelTasks() const;
     [[nodiscard]] TaskList childTasks(const QUuid &parentID) const;
@@ -119,13 +120,13 @@ public:
     [[nodiscard]] int completedTodayCount() const; ///< Since midnight in the user's time zone.
     [[nodiscard]] QString statusBarNowTitle() const;
 
-    // --- Undo, redo and the status line: focus_store_history.cpp ---------------------------------------------
+    // --- Undo, redo and the status line: focus_store_history.cpp -------------------------------------------
     void undo();
     void redo();
     /// Shows a text until the next one; a pending clearing of the line is called off.
     void setSortStatus(const QString &text);
 
-    // --- Order: focus_store_order.cpp ------------------------------------------------------------------------
+    // --- Order: focus_store_order.cpp ----------------------------------------------------------------------
     /// Best first; unknown and repeated identifiers do no harm, and no task is lost.
     void applyPriorityOrder(const QList<QUuid> &orderedIDs);
     void moveTask(const QUuid &movingID, const QUuid &targetID, bool placeAfter);

@@ -56,7 +56,12 @@ void FocusStore::flashStatus(const QString &text)
 {
     constexpr auto shown = 6s;
     setSortStatus(text);
-    m_statusClearCall = m_clock.after(shown, [this] { sortStatus.set({}); });
+    m_statusClearCall = m_clock.after(shown, [this] {
+        const ChangeGroup::Scope scope(m_changes);
+        sortStatus.set({});
+        pendingUndo.set(std::nullopt);
+    });
+    // Of its own, as a text that was set meanwhile calls the first one off.
     m_pendingUndoClearCall = m_clock.after(shown, [this] { pendingUndo.set(std::nullopt); });
 }
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 #include <vector>
 
 namespace wrenfold {
@@ -59,14 +60,18 @@ TaskList TaskOrdering::applyPriorityOrder(const TaskList &tasks, const QList<QUu
     }
     std::stable_sort(topLevel.begin(), topLevel.end());
 
+    // Copied in their old order and moved into the new one: a copy touches the title too, and in the new order
+    // each would be far from the last.
+    std::vector<TaskItem> records(tasks.begin(), tasks.end());
     TaskList result;
     result.reserve(tasks.size());
     for (const SortKey &key : topLevel) {
-        result.append(tasks[key.index]);
-        if (subtasks.isEmpty())
+        const auto children = subtasks.constFind(tasks[key.index].id);
+        result.append(std::move(records[std::size_t(key.index)]));
+        if (children == subtasks.cend())
             continue;
-        for (const qsizetype index : subtasks.value(tasks[key.index].id))
-            result.append(tasks[index]);
+        for (const qsizetype index : *children)
+            result.append(std::move(records[std::size_t(index)]));
     }
     return result;
 }

@@ -24,6 +24,7 @@ public:
     [[nodiscard]] virtual bool isTranslucencyAvailable() const = 0;
 
     /// To be called after each time the panel's window was shown: desktops forget these wishes when it is hidden.
+    /// Repeats itself a moment later, so the window must not outlive this object.
     virtual void joinAllWorkspaces(QWindow &window) = 0;
 };
 

@@ -25,6 +25,9 @@ AppDelegate::AppDelegate(Platform &platform)
 
 AppDelegate::~AppDelegate()
 {
+    // A field that is still open commits when the focus leaves it.
+    if (QWidget *focused = m_panelController.panel().focusWidget())
+        focused->clearFocus();
     // One more try for what the disk refused.
     if (m_store.hasUnsavedChanges())
         m_store.save();

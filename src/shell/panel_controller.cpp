@@ -2,6 +2,7 @@
 #include "shell/panel_controller.h"
 
 #include "app/debug_log.h"
+#include "model/focus_store.h"
 #include "views/focus_panel_view.h"
 
 #include <QGuiApplication>
@@ -11,13 +12,13 @@ namespace wrenfold {
 
 PanelController::PanelController(FocusStore &store, Clock &clock, PanelWindow &ability,
                                  const Actions &actions)
-    : m_panel(ability)
+    : m_store(store)
+    , m_panel(ability)
+    , m_view(new FocusPanelView(store, clock,
+                                {[this] { hide(); }, [this] { showAndPin(); }, actions.showAppMenu}))
 {
-    auto *view =
-        new FocusPanelView(store, clock, {[this] { hide(); }, [this] { showAndPin(); }, actions.showAppMenu});
-    view->setRoundedByPainting(m_panel.isTranslucent());
-    m_panel.setContent(view);
-    view->setFocus();
+    m_view->setRoundedByPainting(m_panel.isTranslucent());
+    m_panel.setContent(m_view);
     centreOnScreen();
 }
 
@@ -30,11 +31,15 @@ void PanelController::centreOnScreen()
 
 void PanelController::showAndPin()
 {
+    if (!m_panel.isVisible())
+        m_view->setFocus(); // From here the Tab key starts anew.
     m_panel.show();
     m_panel.raise();
     m_panel.activateWindow();
     if (DebugLog::isVerbose())
-        qCDebug(DebugLog::ui) << "panel shown";
+        qCDebug(DebugLog::ui).noquote()
+            << QStringLiteral("panel shown hardPin=") +
+                   (m_store.isHardPinned.value() ? QStringLiteral("true") : QStringLiteral("false"));
 }
 
 void PanelController::hide()

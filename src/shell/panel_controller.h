@@ -8,6 +8,7 @@
 namespace wrenfold {
 
 class Clock;
+class FocusPanelView;
 class FocusStore;
 
 /// Owns the panel and its content, and shows and hides them.
@@ -30,7 +31,9 @@ public:
 private:
     void centreOnScreen();
 
+    FocusStore &m_store;
     FocusPanel m_panel;
+    FocusPanelView *m_view; ///< The panel's.
 };
 
 } // namespace wrenfold

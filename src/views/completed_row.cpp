@@ -7,7 +7,6 @@
 #include "views/row_menu.h"
 
 #include <QContextMenuEvent>
-#include <QKeyEvent>
 #include <QMenu>
 
 namespace wrenfold {
@@ -58,20 +57,20 @@ void CompletedRow::placeChildren()
     m_title->setGeometry(left, 0, right - Metrics::rowSpacing - left, height());
 }
 
-void CompletedRow::keyPressEvent(QKeyEvent *event)
+bool CompletedRow::actOnKey(int key)
 {
     const TaskItem task = row().task;
-    switch (event->key()) {
+    switch (key) {
     case Qt::Key_Space:
     case Qt::Key_Return:
     case Qt::Key_Enter:
         m_actions.restore(task);
-        return;
+        return true;
     case Qt::Key_Delete:
         m_actions.deleteTask(task);
-        return;
+        return true;
     default:
-        PanelRowWidget::keyPressEvent(event);
+        return false;
     }
 }
 

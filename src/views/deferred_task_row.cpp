@@ -8,7 +8,6 @@
 #include "views/row_menu.h"
 
 #include <QContextMenuEvent>
-#include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
 
@@ -110,22 +109,22 @@ void DeferredTaskRow::placeChildren()
                             subtasksSize.height());
 }
 
-void DeferredTaskRow::keyPressEvent(QKeyEvent *event)
+bool DeferredTaskRow::actOnKey(int key)
 {
     const TaskItem task = row().task;
-    switch (event->key()) {
+    switch (key) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
         m_actions.restore(task);
-        return;
+        return true;
     case Qt::Key_Space:
         m_actions.toggleDone(task);
-        return;
+        return true;
     case Qt::Key_Delete:
         m_actions.deleteTask(task);
-        return;
+        return true;
     default:
-        PanelRowWidget::keyPressEvent(event);
+        return false;
     }
 }
 

@@ -35,7 +35,7 @@ protected:
     void rowChanged(const PanelRow &previous) override;
     void engagementChanged() override;
     void contextMenuEvent(QContextMenuEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
+    bool actOnKey(int key) override;
     void resizeEvent(QResizeEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 

@@ -52,6 +52,11 @@ void EditableLabel::beginEditing()
     m_field->setFocus(Qt::OtherFocusReason);
 }
 
+void EditableLabel::cancelEditing()
+{
+    endEditing(false);
+}
+
 void EditableLabel::endEditing(bool isCommitted)
 {
     if (!isEditing())

@@ -17,6 +17,7 @@ public:
 
 protected:
     void rowChanged(const PanelRow &previous) override;
+    bool actOnKey(int) override { return false; }
     void resizeEvent(QResizeEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 

@@ -19,6 +19,8 @@
 #include <QPainter>
 #include <QTimeZone>
 
+#include <utility>
+
 namespace wrenfold {
 
 FocusPanelView::FocusPanelView(FocusStore &store, Clock &clock, const Actions &actions, QWidget *parent)
@@ -86,40 +88,41 @@ void FocusPanelView::setRoundedByPainting(bool isRounded)
 
 void FocusPanelView::addDraft(const QString &draft, bool makeActive)
 {
+    const qsizetype countBefore = m_store.tasks.value().size();
     m_store.addTask(draft, makeActive);
+    flushRowsUpdate();
+    // A task at the end of the list is to be seen to have come.
+    if (const TaskList &tasks = m_store.tasks.value();
+        tasks.size() > countBefore && tasks.last().isTopLevel())
+        m_list->reveal({PanelRow::Kind::Task, tasks.last().id});
 }
 
 PanelRowWidget *FocusPanelView::makeRow(PanelRow::Kind kind, QWidget *parent)
 {
-    const auto toggleDone = [this](const TaskItem &task) { m_store.toggleDone(task); };
-    const auto deleteTask = [this](const TaskItem &task) { m_store.deleteTask(task); };
+    // The rows follow at once: the next key may be waiting already, and is meant for the row that comes then.
+    const auto thenFlush = [this](auto operation) {
+        return [this, operation](const auto &...arguments) {
+            operation(arguments...);
+            flushRowsUpdate();
+        };
+    };
+    const auto toggleDone = thenFlush([this](const TaskItem &task) { m_store.toggleDone(task); });
+    const auto deleteTask = thenFlush([this](const TaskItem &task) { m_store.deleteTask(task); });
     switch (kind) {
     case PanelRow::Kind::Task:
         return new TaskRow(
-            {toggleDone, [this](const TaskItem &task) { m_store.setActive(task); },
-             [this](const TaskItem &task) { m_store.toggleExpanded(task); },
+            {toggleDone, thenFlush([this](const TaskItem &task) { m_store.setActive(task); }),
+             thenFlush([this](const TaskItem &task) { m_store.toggleExpanded(task); }),
              [this](const TaskItem &task, const QString &title) { m_store.updateTaskTitle(task, title); },
              [this](const TaskItem &task) { beginAddSubtask(task); },
              [this](const TaskItem &task, TaskQuadrant quadrant) { m_store.deferTask(task, quadrant); },
              deleteTask},
             parent);
-    case PanelRow::Kind::SubtaskComposer: {
-        const auto focusParent = [this](const TaskItem &task) {
-            m_list->focusRow({PanelRow::Kind::Task, task.id}, Qt::TabFocusReason);
-        };
-        return new SubtaskComposerRow({[this, focusParent](const TaskItem &task, const QString &title) {
-                                           focusParent(task);
-                                           m_store.addTask(title, false, task.id);
-                                       },
-                                       [this, focusParent](const TaskItem &task) {
-                                           focusParent(task);
-                                           m_store.endAddSubtask();
-                                       }},
-                                      parent);
-    }
+    case PanelRow::Kind::SubtaskComposer:
+        return makeSubtaskComposer(parent);
     case PanelRow::Kind::DeferredTask:
         return new DeferredTaskRow(
-            {[this](const TaskItem &task) { m_store.restoreDeferredTask(task); },
+            {thenFlush([this](const TaskItem &task) { m_store.restoreDeferredTask(task); }),
              [this](const TaskItem &task, TaskQuadrant quadrant) { m_store.setQuadrant(quadrant, task); },
              toggleDone, deleteTask},
             parent);
@@ -132,14 +135,33 @@ PanelRowWidget *FocusPanelView::makeRow(PanelRow::Kind kind, QWidget *parent)
     case PanelRow::Kind::CompletedHeader:
         break;
     }
-    return new SectionHeaderRow(
-        {[this](PanelRow::Kind header) { toggleSection(header); }, [this] { m_store.clearCompleted(); }},
-        parent);
+    return new SectionHeaderRow({thenFlush([this](PanelRow::Kind header) { toggleSection(header); }),
+                                 thenFlush([this] { m_store.clearCompleted(); })},
+                                parent);
+}
+
+PanelRowWidget *FocusPanelView::makeSubtaskComposer(QWidget *parent)
+{
+    const auto focusParent = [this](const TaskItem &task) {
+        m_list->focusRow({PanelRow::Kind::Task, task.id}, Qt::TabFocusReason);
+    };
+    return new SubtaskComposerRow({[this, focusParent](const TaskItem &task, const QString &title) {
+                                       focusParent(task);
+                                       m_store.addTask(title, false, task.id);
+                                       flushRowsUpdate();
+                                   },
+                                   [this, focusParent](const TaskItem &task) {
+                                       focusParent(task);
+                                       m_store.endAddSubtask();
+                                       flushRowsUpdate();
+                                   }},
+                                  parent);
 }
 
 void FocusPanelView::beginAddSubtask(const TaskItem &task)
 {
     m_store.beginAddSubtask(task);
+    flushRowsUpdate();
     // The caret goes into one that is open already too, of which nothing is announced.
     if (m_shownComposerParentID && m_shownComposerParentID == m_store.subtaskComposerParentID.value())
         m_list->focusRow({PanelRow::Kind::SubtaskComposer, *m_shownComposerParentID}, Qt::TabFocusReason);
@@ -158,12 +180,13 @@ void FocusPanelView::scheduleRowsUpdate()
         return;
     m_isRowsUpdateScheduled = true;
     QMetaObject::invokeMethod(
-        this,
-        [this] {
-            m_isRowsUpdateScheduled = false;
-            updateRows();
-        },
-        Qt::QueuedConnection);
+        this, [this] { flushRowsUpdate(); }, Qt::QueuedConnection);
+}
+
+void FocusPanelView::flushRowsUpdate()
+{
+    if (std::exchange(m_isRowsUpdateScheduled, false))
+        updateRows();
 }
 
 void FocusPanelView::updateRows()

@@ -51,6 +51,7 @@ protected:
 private:
     void addDraft(const QString &draft, bool makeActive);
     PanelRowWidget *makeRow(PanelRow::Kind kind, QWidget *parent);
+    PanelRowWidget *makeSubtaskComposer(QWidget *parent);
     void beginAddSubtask(const TaskItem &task);
     void toggleSection(PanelRow::Kind header);
     void subscribe();
@@ -58,6 +59,7 @@ private:
 
     /// Any number of changes in one turn of the event loop makes the rows anew once.
     void scheduleRowsUpdate();
+    void flushRowsUpdate(); ///< Carries a scheduled update out now.
     void updateRows();
     void updateNowCard();
     void updateStatusLine();

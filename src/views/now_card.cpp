@@ -38,6 +38,8 @@ NowCard::NowCard(const Actions &actions, QWidget *parent)
 {
     m_goalWord->setFont(Fonts::tinyStrong());
     m_goalWord->setColor(&Theme::accent);
+    m_goalWord->setClickable(true); // An empty goal leaves nothing else to click.
+    m_goalWord->setFocusPolicy(Qt::NoFocus);
     m_goal->label()->setFont(Fonts::small());
     m_goal->label()->setColor(&Theme::secondaryInk);
     m_goal->label()->setClickable(true);
@@ -47,6 +49,7 @@ NowCard::NowCard(const Actions &actions, QWidget *parent)
     m_done->setTint(&Theme::green);
 
     connect(m_goal, &EditableLabel::clicked, m_goal, &EditableLabel::beginEditing);
+    connect(m_goalWord, &TextLabel::clicked, m_goal, &EditableLabel::beginEditing);
     connect(m_goal, &EditableLabel::edited, this, [this](const QString &goal) { m_actions.setGoal(goal); });
     connect(m_goal, &EditableLabel::closedByKey, this,
             [this] { m_goal->label()->setFocus(Qt::TabFocusReason); });

@@ -7,6 +7,7 @@
 #include "views/row_accessibility.h"
 
 #include <QFocusEvent>
+#include <QKeyEvent>
 #include <QPainter>
 
 #include <utility>
@@ -90,6 +91,15 @@ void PanelRowWidget::focusOutEvent(QFocusEvent *event)
     QWidget::focusOutEvent(event);
     engagementChanged();
     update();
+}
+
+void PanelRowWidget::keyPressEvent(QKeyEvent *event)
+{
+    // With modifiers the keys mean other things, Ctrl+Space an input method for one. A key held down acts once: the
+    // next row would be acted on next.
+    const bool isPlain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    const bool isHandled = isPlain && !event->isAutoRepeat() && actOnKey(event->key());
+    event->setAccepted(isHandled);
 }
 
 void PanelRowWidget::mousePressEvent(QMouseEvent *)

@@ -37,6 +37,9 @@ protected:
     /// The pointer entered or left, or the keyboard focus came or went.
     virtual void engagementChanged() {}
 
+    /// A key of the row's own was pressed, without modifiers and not by being held down. False leaves it to the list.
+    virtual bool actOnKey(int key) = 0;
+
     /// Pointed at or focused: then the row's actions are shown.
     [[nodiscard]] bool isEngaged() const { return m_isHovered || hasFocus(); }
 
@@ -53,6 +56,7 @@ protected:
     void leaveEvent(QEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 

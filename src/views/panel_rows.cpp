@@ -4,6 +4,9 @@
 #include "look/theme.h"
 
 #include <QHash>
+#include <QSet>
+
+#include <algorithm>
 
 namespace wrenfold {
 
@@ -22,6 +25,8 @@ public:
                 m_children[*task.parentID].append(&task);
             else if (task.isDeferred && !task.isDone)
                 m_deferredParents.insert(task.id, true);
+            if (task.isTopLevel() && task.isOpen())
+                m_openParents.insert(task.id);
             m_openCount += task.isOpen() ? 1 : 0;
         }
     }
@@ -41,7 +46,8 @@ private:
         addRow(PanelRow::Kind::TodoHeader).count = m_openCount;
         const qsizetype before = m_rows.size();
         for (const TaskItem &task : m_input.tasks) {
-            if (task.isTopLevel() && task.isOpen())
+            // Also a subtask that has no open parent to be shown under: what is open is in sight.
+            if (task.isOpen() && !(task.parentID && m_openParents.contains(*task.parentID)))
                 addOpenTask(task);
         }
         if (m_rows.size() == before)
@@ -108,7 +114,15 @@ private:
         if (!isExpanded)
             return;
         for (const TaskItem *task : tasks)
-            addTaskRow(rowKind, *task).childCount = int(m_children.value(task->id).size());
+            addTaskRow(rowKind, *task).childCount = waitingChildCount(*task);
+    }
+
+    /// How many subtasks wait with a deferred task.
+    int waitingChildCount(const TaskItem &task) const
+    {
+        const QList<const TaskItem *> children = m_children.value(task.id);
+        return int(std::count_if(children.begin(), children.end(),
+                                 [](const TaskItem *child) { return child->isDeferred && !child->isDone; }));
     }
 
     /// The deferred tasks that are not shown with a deferred parent.
@@ -142,6 +156,7 @@ private:
     const PanelRowsInput &m_input;
     QHash<QUuid, QList<const TaskItem *>> m_children;
     QHash<QUuid, bool> m_deferredParents;
+    QSet<QUuid> m_openParents;
     int m_openCount = 0;
     QList<PanelRow> m_rows;
 };

@@ -25,7 +25,7 @@ struct PanelRow
     bool isSubtask = false;  ///< Task: shown under its parent.
     int subtaskNumber = 0;   ///< Task that is a subtask: counted from 1 among the parent's.
     int subtaskTotal = 0;    ///< Task that is a subtask: how many the parent has.
-    int childCount = 0;      ///< Task, DeferredTask: how many subtasks it has.
+    int childCount = 0;      ///< Task: how many subtasks it has. DeferredTask: how many wait with it.
     bool isExpanded = false; ///< Task: subtasks are shown. A header: its section is.
     int count = 0;           ///< A header: how many its section holds.
     QString title;           ///< EmptyState.

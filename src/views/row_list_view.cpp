@@ -32,6 +32,12 @@ RowListView::RowListView(RowFactory factory, QWidget *parent)
             [this](QWidget *, QWidget *focused) { noteFocus(focused); });
 }
 
+RowListView::~RowListView()
+{
+    // The rows outlive this class's own part of the object, and the focus still moves among them.
+    disconnect(qApp, nullptr, this, nullptr);
+}
+
 void RowListView::setRows(QList<PanelRow> rows)
 {
     if (rows == m_rows)
@@ -66,6 +72,12 @@ void RowListView::scrollTo(qsizetype index)
         verticalScrollBar()->setValue(m_tops[index]);
     else if (m_tops[index + 1] > scroll + viewport()->height())
         verticalScrollBar()->setValue(m_tops[index + 1] - viewport()->height());
+}
+
+void RowListView::reveal(const PanelRow::Identity &identity)
+{
+    if (const qsizetype index = indexOf(identity); index >= 0)
+        scrollTo(index);
 }
 
 void RowListView::focusRow(const PanelRow::Identity &identity, Qt::FocusReason reason)

@@ -27,12 +27,16 @@ public:
     using RowFactory = std::function<PanelRowWidget *(PanelRow::Kind, QWidget *)>;
 
     explicit RowListView(RowFactory factory, QWidget *parent = nullptr);
+    ~RowListView() override;
 
     void setRows(QList<PanelRow> rows);
 
     [[nodiscard]] bool contains(const PanelRow::Identity &identity) const { return indexOf(identity) >= 0; }
 
-    /// Scrolls the row into sight and gives it the keyboard focus, if the list holds it.
+    /// Scrolls the row into sight, if the list holds it.
+    void reveal(const PanelRow::Identity &identity);
+
+    /// The same, and gives it the keyboard focus.
     void focusRow(const PanelRow::Identity &identity, Qt::FocusReason reason);
 
 protected:

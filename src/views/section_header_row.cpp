@@ -5,7 +5,7 @@
 #include "look/painting.h"
 #include "look/text_label.h"
 
-#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
 
 namespace wrenfold {
@@ -63,25 +63,25 @@ void SectionHeaderRow::resizeEvent(QResizeEvent *event)
     m_text->setGeometry(Metrics::listMargin + left, 0, right - left - Metrics::listMargin, height());
 }
 
-void SectionHeaderRow::keyPressEvent(QKeyEvent *event)
+bool SectionHeaderRow::actOnKey(int key)
 {
-    switch (event->key()) {
+    switch (key) {
     case Qt::Key_Space:
     case Qt::Key_Return:
     case Qt::Key_Enter:
         m_actions.toggleSection(row().kind);
-        return;
+        return true;
     case Qt::Key_Left:
     case Qt::Key_Right:
-        if (row().isExpanded == (event->key() == Qt::Key_Left))
+        if (row().isExpanded == (key == Qt::Key_Left))
             m_actions.toggleSection(row().kind);
-        return;
+        return true;
     case Qt::Key_Delete:
         if (row().kind == PanelRow::Kind::CompletedHeader)
             m_actions.clearCompleted();
-        return;
+        return true;
     default:
-        PanelRowWidget::keyPressEvent(event);
+        return false;
     }
 }
 

@@ -28,7 +28,7 @@ public:
 
 protected:
     void rowChanged(const PanelRow &previous) override;
-    void keyPressEvent(QKeyEvent *event) override;
+    bool actOnKey(int key) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void paintEvent(QPaintEvent *event) override;

@@ -5,7 +5,6 @@
 #include "look/text_field.h"
 
 #include <QFocusEvent>
-#include <QKeyEvent>
 #include <QPainter>
 
 namespace wrenfold {
@@ -41,14 +40,13 @@ void SubtaskComposerRow::focusInEvent(QFocusEvent *event)
     m_field->setFocus(event->reason());
 }
 
-void SubtaskComposerRow::keyPressEvent(QKeyEvent *event)
+bool SubtaskComposerRow::actOnKey(int key)
 {
-    if (event->key() != Qt::Key_Escape) {
-        PanelRowWidget::keyPressEvent(event);
-        return;
-    }
+    if (key != Qt::Key_Escape)
+        return false;
     m_field->setCommittedText({});
     m_actions.close(row().task);
+    return true;
 }
 
 void SubtaskComposerRow::resizeEvent(QResizeEvent *event)

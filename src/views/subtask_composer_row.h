@@ -27,7 +27,7 @@ public:
 protected:
     void rowChanged(const PanelRow &previous) override;
     void focusInEvent(QFocusEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
+    bool actOnKey(int key) override;
     void resizeEvent(QResizeEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 

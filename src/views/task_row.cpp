@@ -8,7 +8,6 @@
 #include "views/row_menu.h"
 
 #include <QContextMenuEvent>
-#include <QKeyEvent>
 #include <QMenu>
 
 namespace wrenfold {
@@ -65,6 +64,8 @@ void TaskRow::activateOrRename()
 void TaskRow::rowChanged(const PanelRow &previous)
 {
     const TaskItem &task = row().task;
+    if (previous.identity() != row().identity())
+        m_title->cancelEditing(); // What is half typed belongs to the task that has gone.
     setAccessibleName(task.title);
     m_check->setHelp(task.isDone ? QStringLiteral("未完了に戻す") : QStringLiteral("完了"));
     m_check->setChecked(task.isDone);
@@ -153,33 +154,33 @@ void TaskRow::placeChildren()
     m_title->setGeometry(x, 0, right - Metrics::rowSpacing - x, height());
 }
 
-void TaskRow::keyPressEvent(QKeyEvent *event)
+bool TaskRow::actOnKey(int key)
 {
     const TaskItem task = row().task;
-    switch (event->key()) {
+    switch (key) {
     case Qt::Key_Space:
         m_actions.toggleDone(task);
-        return;
+        return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
         activateOrRename();
-        return;
+        return true;
     case Qt::Key_F2:
         rename();
-        return;
+        return true;
     case Qt::Key_Insert:
         m_actions.addSubtask(task);
-        return;
+        return true;
     case Qt::Key_Delete:
         m_actions.deleteTask(task);
-        return;
+        return true;
     case Qt::Key_Left:
     case Qt::Key_Right:
-        if (row().childCount > 0 && row().isExpanded == (event->key() == Qt::Key_Left))
+        if (row().childCount > 0 && row().isExpanded == (key == Qt::Key_Left))
             m_actions.toggleExpanded(task);
-        return;
+        return true;
     default:
-        PanelRowWidget::keyPressEvent(event);
+        return false;
     }
 }
 

@@ -46,8 +46,14 @@ if [ "$window_manager" != none ]; then
     fi
     DBUS_SESSION_BUS_ADDRESS=$bus "$window_manager" >"$place/window_manager.log" 2>&1 &
     started+=($!)
+    # openbox says that it is there before it reads its fonts, and forgets windows that ask to be shown meanwhile; what
+    # it writes on the root later is waited for.
+    case $window_manager in
+    openbox) ready=_NET_CLIENT_LIST ;;
+    *) ready=_NET_ACTIVE_WINDOW ;;
+    esac
     deadline=$((SECONDS + 20))
-    until xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id'; do
+    until xprop -root "$ready" | grep -q "^$ready("; do
         if ((SECONDS > deadline)); then
             echo "$window_manager does not manage the display:" >&2
             cat "$place/window_manager.log" >&2

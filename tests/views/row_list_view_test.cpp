@@ -29,6 +29,7 @@ public:
 
 protected:
     void rowChanged(const PanelRow &) override {}
+    bool actOnKey(int) override { return false; }
 };
 
 struct ListInWindow

@@ -3,6 +3,7 @@
 
 #include <QByteArray>
 #include <QGuiApplication>
+#include <QTimer>
 #include <QWindow>
 
 #include <algorithm>
@@ -93,12 +94,24 @@ bool X11PanelWindow::isTranslucencyAvailable() const
 
 void X11PanelWindow::joinAllWorkspaces(QWindow &window)
 {
+    // Right after showing, Qt and the window manager both write the window's states, and either may write over what the
+    // other has just taken up. Said once more when both have done, the wishes stay.
+    constexpr auto settled = std::chrono::milliseconds(250);
+    sendWishes(window);
+    QTimer::singleShot(settled, &window, [this, &window] {
+        if (window.isVisible())
+            sendWishes(window);
+    });
+}
+
+void X11PanelWindow::sendWishes(QWindow &window)
+{
     const auto id = static_cast<xcb_window_t>(window.winId());
     if (isManaged()) {
         constexpr uint32_t add = 1;
         constexpr uint32_t fromApplication = 1;
         sendToWindowManager(id, Desktop, {everyDesktop, fromApplication});
-        sendToWindowManager(id, State, {add, m_atoms[Sticky], XCB_ATOM_NONE, fromApplication});
+        sendToWindowManager(id, State, {add, m_atoms[Above], m_atoms[Sticky], fromApplication});
         sendToWindowManager(id, State, {add, m_atoms[SkipTaskbar], m_atoms[SkipPager], fromApplication});
     } else {
         // Nobody takes messages; a window manager that starts later reads the wishes from the window.

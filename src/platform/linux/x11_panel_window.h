@@ -34,6 +34,7 @@ private:
         AtomCount
     };
 
+    void sendWishes(QWindow &window);
     [[nodiscard]] bool isManaged() const;
     [[nodiscard]] bool isSupported(Atom atom) const;
     void sendToWindowManager(xcb_window_t window, Atom type, const std::array<uint32_t, 5> &data);
