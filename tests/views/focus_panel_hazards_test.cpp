@@ -39,9 +39,14 @@ class FocusPanelHazardsTest : public TestCase
 private Q_SLOTS:
     void aPanelThatGoesWhileARowsMenuIsOpenDoesNoHarm()
     {
+        const OffscreenSilence silence;
         auto panel = std::make_unique<PanelInWindow>(TaskList{madeTask(a)});
         QVERIFY(panel->show());
         focusRow(*panel, a);
+        QWidget *row = panel->row(a);
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(5, 5), row->mapToGlobal(QPoint(5, 5)));
+        QCoreApplication::sendEvent(row, &event);
+        QVERIFY(row->findChild<QMenu *>()->isVisible());
         panel.reset();
         QVERIFY(!QApplication::focusWidget());
     }
