@@ -75,6 +75,26 @@ class AppDelegateTest : public TestCase
     Q_OBJECT
 
 private Q_SLOTS:
+    void aRenameThatIsOpenAtTheEndIsKept()
+    {
+        Program program;
+        program.start();
+        QVERIFY(QTest::qWaitForWindowActive(Program::panel()));
+        Program::add(QStringLiteral("a"));
+        QCoreApplication::processEvents();
+        PanelRowWidget *row = nullptr;
+        for (PanelRowWidget *candidate : shown<PanelRowWidget>(*Program::panel())) {
+            if (candidate->row().kind == PanelRow::Kind::Task)
+                row = candidate;
+        }
+        QVERIFY(row);
+        row->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(row, Qt::Key_F2);
+        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("renamed"));
+        program.delegate.reset();
+        QCOMPARE(program.savedTitles(), QStringLiteral("renamed"));
+    }
+
     void theStartShowsThePanel()
     {
         Program program;
