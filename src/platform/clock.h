@@ -29,6 +29,12 @@ public:
     /// be destroyed inside the call.
     [[nodiscard]] virtual std::unique_ptr<ScheduledCall> after(std::chrono::milliseconds delay,
                                                                std::function<void()> call) = 0;
+
+    /// Calls `call` on the main thread after each `interval` until the handle has gone, to the millisecond and
+    /// without drift. A call that could not be made in its time (the computer sleeps, the main thread is held up) is
+    /// left out, never made up for. The handle may be destroyed inside the call.
+    [[nodiscard]] virtual std::unique_ptr<ScheduledCall> every(std::chrono::milliseconds interval,
+                                                               std::function<void()> call) = 0;
 };
 
 } // namespace wrenfold

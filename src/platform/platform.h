@@ -2,9 +2,11 @@
 #pragma once
 
 #include "platform/clock.h"
+#include "platform/notification_center.h"
 #include "platform/panel_window.h"
 #include "platform/preferences.h"
 #include "platform/single_instance.h"
+#include "platform/sounds.h"
 
 #include <memory>
 
@@ -18,6 +20,8 @@ struct Platform
     std::unique_ptr<Preferences> preferences;
     std::unique_ptr<SingleInstance> singleInstance;
     std::unique_ptr<PanelWindow> panelWindow;
+    std::unique_ptr<Sounds> sounds;
+    std::unique_ptr<NotificationCenter> notificationCenter;
 };
 
 /// To be called before the application object is made: keeps the toolkit from what would stop it for good. A session

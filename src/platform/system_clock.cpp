@@ -10,26 +10,29 @@ namespace wrenfold {
 
 namespace {
 
+/// A timer of the event loop that calls once, or again and again.
 class TimerCall final : public ScheduledCall
 {
 public:
-    TimerCall(std::chrono::milliseconds delay, std::function<void()> call)
-        : m_call(std::move(call))
+    TimerCall(std::chrono::milliseconds interval, bool isRepeating, std::function<void()> call)
+        : m_call(std::make_shared<const std::function<void()>>(std::move(call)))
     {
-        m_timer.setSingleShot(true);
-        // A coarse timer may be early, by half a second when the delay is long.
+        Q_ASSERT(interval.count() >= 0 && interval.count() <= std::numeric_limits<int>::max());
+        m_timer.setSingleShot(!isRepeating);
+        // A coarse timer may be off by 5 %, early too.
         m_timer.setTimerType(Qt::PreciseTimer);
         QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] {
-            // The call may destroy this handle.
-            const auto callNow = std::move(m_call);
-            callNow();
+            const auto callNow = m_call; // The call may destroy this handle.
+            if (m_timer.isSingleShot())
+                m_call.reset();
+            (*callNow)();
         });
-        m_timer.start(delay);
+        m_timer.start(interval);
     }
 
 private:
     QTimer m_timer;
-    std::function<void()> m_call;
+    std::shared_ptr<const std::function<void()>> m_call;
 };
 
 } // namespace
@@ -41,8 +44,13 @@ QDateTime SystemClock::now() const
 
 std::unique_ptr<ScheduledCall> SystemClock::after(std::chrono::milliseconds delay, std::function<void()> call)
 {
-    Q_ASSERT(delay.count() >= 0 && delay.count() <= std::numeric_limits<int>::max());
-    return std::make_unique<TimerCall>(delay, std::move(call));
+    return std::make_unique<TimerCall>(delay, false, std::move(call));
+}
+
+std::unique_ptr<ScheduledCall> SystemClock::every(std::chrono::milliseconds interval,
+                                                  std::function<void()> call)
+{
+    return std::make_unique<TimerCall>(interval, true, std::move(call));
 }
 
 } // namespace wrenfold

@@ -13,6 +13,8 @@ public:
     [[nodiscard]] QDateTime now() const override;
     [[nodiscard]] std::unique_ptr<ScheduledCall> after(std::chrono::milliseconds delay,
                                                        std::function<void()> call) override;
+    [[nodiscard]] std::unique_ptr<ScheduledCall> every(std::chrono::milliseconds interval,
+                                                       std::function<void()> call) override;
 };
 
 } // namespace wrenfold

@@ -157,17 +157,82 @@ private Q_SLOTS:
         QTRY_COMPARE(calls, 3);
     }
 
+    void aRepeatedCallIsMadeAfterEachIntervalAndNotBefore()
+    {
+        const Subject subject = makeSubject();
+        const QDateTime start = subject.clock->now();
+        QList<qint64> moments;
+        const auto handle =
+            subject.clock->every(40ms, [&] { moments << start.msecsTo(subject.clock->now()); });
+        QVERIFY(moments.isEmpty());
+        for (int i = 1; i <= 4; ++i) {
+            subject.pass(40ms);
+            QTRY_VERIFY(moments.size() >= i);
+        }
+        for (qsizetype i = 0; i < 4; ++i)
+            QVERIFY2(moments[i] >= 40 * (i + 1) - 1, qPrintable(QString::number(moments[i])));
+    }
+
+    void aRepeatedCallEndsWithItsHandle()
+    {
+        const Subject subject = makeSubject();
+        int calls = 0;
+        int later = 0;
+        auto handle = subject.clock->every(10ms, [&] { ++calls; });
+        subject.pass(10ms);
+        QTRY_VERIFY(calls >= 1);
+        handle.reset();
+        const int made = calls;
+        const auto last = subject.clock->after(50ms, [&] { ++later; });
+        subject.pass(50ms);
+        QTRY_COMPARE(later, 1);
+        QCOMPARE(calls, made);
+    }
+
+    void aRepeatedCallMayDestroyItsOwnHandle()
+    {
+        const Subject subject = makeSubject();
+        auto token = std::make_shared<int>(0);
+        const std::weak_ptr<int> observer = token;
+        std::unique_ptr<ScheduledCall> handle;
+        int calls = 0;
+        handle = subject.clock->every(5ms, [&handle, &calls, token = std::move(token)] {
+            handle.reset();
+            calls += ++*token;
+        });
+        subject.pass(20ms);
+        QTRY_COMPARE(calls, 1);
+        QVERIFY(observer.expired());
+    }
+
+    void aRepeatedCallMayReplaceItsOwnHandleByAnother()
+    {
+        const Subject subject = makeSubject();
+        std::unique_ptr<ScheduledCall> handle;
+        int first = 0;
+        int second = 0;
+        handle = subject.clock->every(5ms, [&] {
+            ++first;
+            handle = subject.clock->every(5ms, [&] { ++second; });
+        });
+        subject.pass(30ms);
+        QTRY_VERIFY(second >= 2);
+        QCOMPARE(first, 1);
+    }
+
     void aHandleMayBeDestroyedAfterItsCallAndAfterItsClock()
     {
         Subject subject = makeSubject();
         int calls = 0;
         auto made = subject.clock->after(0ms, [&] { ++calls; });
         auto pending = subject.clock->after(1h, [&] { ++calls; });
+        auto repeating = subject.clock->every(1h, [&] { ++calls; });
         subject.pass(1ms);
         QTRY_COMPARE(calls, 1);
         made.reset();
         subject.clock.reset();
         pending.reset();
+        repeating.reset();
         QCOMPARE(calls, 1);
     }
 };

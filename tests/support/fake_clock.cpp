@@ -28,7 +28,18 @@ FakeClock::FakeClock()
 
 std::unique_ptr<ScheduledCall> FakeClock::after(std::chrono::milliseconds delay, std::function<void()> call)
 {
-    auto scheduled = std::make_shared<Call>(Call{m_passed + delay, std::move(call)});
+    return schedule({m_passed + delay, {}, std::move(call)});
+}
+
+std::unique_ptr<ScheduledCall> FakeClock::every(std::chrono::milliseconds interval,
+                                                std::function<void()> call)
+{
+    return schedule({m_passed + interval, interval, std::move(call)});
+}
+
+std::unique_ptr<ScheduledCall> FakeClock::schedule(Call call)
+{
+    auto scheduled = std::make_shared<Call>(std::move(call));
     m_calls.push_back(scheduled);
     return std::make_unique<Handle>(std::move(scheduled));
 }
@@ -38,6 +49,10 @@ void FakeClock::advance(std::chrono::milliseconds time)
     const auto until = m_passed + time;
     while (const auto next = takeNext(until)) {
         passTo(next->due);
+        if (next->interval.count() > 0) {
+            next->due += next->interval;
+            m_calls.push_back(next);
+        }
         next->function();
     }
     passTo(until);

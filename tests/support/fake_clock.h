@@ -17,6 +17,8 @@ public:
     [[nodiscard]] QDateTime now() const override { return m_now; }
     [[nodiscard]] std::unique_ptr<ScheduledCall> after(std::chrono::milliseconds delay,
                                                        std::function<void()> call) override;
+    [[nodiscard]] std::unique_ptr<ScheduledCall> every(std::chrono::milliseconds interval,
+                                                       std::function<void()> call) override;
 
     /// Sets the clock without any time passing, as a user does: no call comes due by it.
     void setNow(const QDateTime &now) { m_now = now; }
@@ -26,16 +28,18 @@ public:
     /// time.
     void advance(std::chrono::milliseconds time);
 
-    /// How many calls are still to be made.
+    /// How many calls are still to be made; a repeated one counts once.
     [[nodiscard]] int pendingCalls() const;
 
 private:
     struct Call
     {
         std::chrono::milliseconds due;
+        std::chrono::milliseconds interval; ///< Zero if it is made once.
         std::function<void()> function;
     };
 
+    std::unique_ptr<ScheduledCall> schedule(Call call);
     std::shared_ptr<Call> takeNext(std::chrono::milliseconds until);
     void passTo(std::chrono::milliseconds moment);
 

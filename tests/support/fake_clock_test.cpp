@@ -50,6 +50,21 @@ private Q_SLOTS:
         QCOMPARE(calls, 1);
     }
 
+    void aRepeatedCallIsMadeOnceForEachInterval()
+    {
+        FakeClock clock;
+        const QDateTime start = clock.now();
+        QList<qint64> times;
+        auto handle = clock.every(1s, [&] { times << start.secsTo(clock.now()); });
+        clock.advance(3500ms);
+        QCOMPARE(times, (QList<qint64>{1, 2, 3}));
+        QCOMPARE(clock.pendingCalls(), 1);
+        handle.reset();
+        clock.advance(1h);
+        QCOMPARE(times.size(), 3);
+        QCOMPARE(clock.pendingCalls(), 0);
+    }
+
     void settingTheClockMakesNoCallAndMovesNone()
     {
         FakeClock clock;

@@ -3,9 +3,11 @@
 
 #include "platform/platform.h"
 #include "support/fake_clock.h"
+#include "support/fake_notification_center.h"
 #include "support/fake_panel_window.h"
 #include "support/fake_preferences.h"
 #include "support/fake_single_instance.h"
+#include "support/fake_sounds.h"
 
 #include <memory>
 
@@ -20,12 +22,16 @@ struct FakePlatform
         platform.preferences.reset(preferences);
         platform.singleInstance.reset(singleInstance);
         platform.panelWindow.reset(panelWindow);
+        platform.sounds.reset(sounds);
+        platform.notificationCenter.reset(notificationCenter);
     }
 
     FakeClock *clock = new FakeClock;
     FakePreferences *preferences = new FakePreferences;
     FakeSingleInstance *singleInstance = new FakeSingleInstance;
     FakePanelWindow *panelWindow = new FakePanelWindow;
+    FakeSounds *sounds = new FakeSounds;
+    FakeNotificationCenter *notificationCenter = new FakeNotificationCenter;
     Platform platform; ///< Owns them.
 };
 
