@@ -5,6 +5,7 @@
 #include "platform/system_clock.h"
 #include "support/bench_file_system.h"
 #include "support/budget.h"
+#include "support/quiet_services.h"
 #include "support/sample_state.h"
 
 #include <QFile>
@@ -42,7 +43,8 @@ void load(benchmark::State &state)
     PreferencesInMemory preferences(encodeSavedState(sampleState(int(state.range(0)))));
     SystemClock clock;
     for (auto _ : state) {
-        const FocusStore store(preferences, clock, {});
+        QuietServices quiet;
+        const FocusStore store(quiet.with(preferences, clock), {});
         if (store.tasks.value().size() != state.range(0))
             state.SkipWithError("the document was not loaded");
     }
@@ -105,7 +107,8 @@ void save(benchmark::State &state)
     FilePreferences preferences(folder.path(), clock);
     if (preferences.write(FocusStore::storageKey(), encodeSavedState(sampleState(int(state.range(0))))))
         state.SkipWithError("the document could not be written");
-    FocusStore store(preferences, clock, {});
+    QuietServices quiet;
+    FocusStore store(quiet.with(preferences, clock), {});
     store.save(); // Makes the day's copy.
     for (auto _ : state)
         store.save();

@@ -4,6 +4,7 @@
 #include "platform/system_clock.h"
 #include "support/bench_file_system.h"
 #include "support/budget.h"
+#include "support/quiet_services.h"
 #include "support/sample_state.h"
 #include "views/focus_panel_view.h"
 
@@ -27,7 +28,7 @@ public:
     {
         if (m_preferences.write(FocusStore::storageKey(), encodeSavedState(sampleState(taskCount))))
             return;
-        m_store.emplace(m_preferences, m_clock, FocusStore::Options{});
+        m_store.emplace(m_quiet.with(m_preferences, m_clock), FocusStore::Options{});
         m_view = new FocusPanelView(*m_store, m_clock, {[] {}, [] {}, [](const QPoint &) {}}, &m_window);
         m_window.resize(344, 500);
         m_view->setGeometry(m_window.rect());
@@ -56,6 +57,7 @@ private:
     SystemClock m_clock;
     FileSystemWithoutFlush m_fileSystem;
     FilePreferences m_preferences{m_folder.path(), m_clock, m_fileSystem};
+    QuietServices m_quiet;
     std::optional<FocusStore> m_store;
     QWidget m_window;
     FocusPanelView *m_view = nullptr;

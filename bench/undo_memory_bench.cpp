@@ -4,6 +4,7 @@
 #include "platform/system_clock.h"
 #include "support/bench_file_system.h"
 #include "support/budget.h"
+#include "support/quiet_services.h"
 #include "support/sample_state.h"
 
 #include <QLoggingCategory>
@@ -34,7 +35,8 @@ void undoSteps(benchmark::State &state)
     if (preferences.write(FocusStore::storageKey(), encodeSavedState(sampleState(count))))
         state.SkipWithError("the document could not be written");
     for (auto _ : state) {
-        FocusStore store(preferences, clock, {});
+        QuietServices quiet;
+        FocusStore store(quiet.with(preferences, clock), {});
         store.mediumGoal.set(
             QStringLiteral("目標")); // Brings what the first save allocates once and for all.
         const double before = allocatedBytes();

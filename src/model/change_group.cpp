@@ -28,10 +28,11 @@ void ChangeGroup::commit()
     std::vector<PublishedBase *> changed = std::exchange(m_assigned, {});
     std::erase_if(changed, [](PublishedBase *property) { return !property->settle(); });
 
-    const bool isSaveNeeded = std::any_of(changed.begin(), changed.end(), [](const PublishedBase *property) {
-        return property->m_persistence == Persistence::Persisted;
-    });
-    if (isSaveNeeded)
+    const bool isPersistedChanged =
+        std::any_of(changed.begin(), changed.end(), [](const PublishedBase *property) {
+            return property->m_persistence == Persistence::Persisted;
+        });
+    if (std::exchange(m_isSaveRequested, false) || isPersistedChanged)
         m_save();
     for (PublishedBase *property : changed)
         property->announce();

@@ -13,7 +13,7 @@ class PublishedBase;
 /// An operation opens a Scope, assigns, and lets the scope end. Scopes nest; only the end of the outermost
 /// one counts. Then, in this order:
 /// 1. properties that have their old value back are forgotten,
-/// 2. if a persisted one differs, `save` is called, once,
+/// 2. if a persisted one differs, or a save was asked for, `save` is called, once,
 /// 3. each property that differs announces itself, once, in the order of the first assignments.
 /// So a subscriber never sees half an operation, and what it is told of has been saved. An assignment outside
 /// any scope is an operation by itself.
@@ -36,6 +36,9 @@ public:
         ChangeGroup &m_group;
     };
 
+    /// Inside a scope: saves at its end in any case.
+    void requestSave() { m_isSaveRequested = true; }
+
 private:
     friend class PublishedBase;
 
@@ -44,6 +47,7 @@ private:
     std::function<void()> m_save;
     std::vector<PublishedBase *> m_assigned; ///< In the order of their first assignment.
     int m_depth = 0;
+    bool m_isSaveRequested = false;
 };
 
 /// Whether a property's changes reach the saved document.

@@ -6,11 +6,16 @@
 #include "model/published.h"
 #include "model/saved_state.h"
 #include "model/task_history.h"
+#include "model/timer_state.h"
 #include "platform/clock.h"
+
+#include <QSet>
 
 namespace wrenfold {
 
+class AppNotifier;
 class Preferences;
+class Sounds;
 
 /// Everything that the user sees and sets, and every operation on it. One instance, on the main thread.
 ///
@@ -24,13 +29,20 @@ public:
     /// The key of the saved document in the preferences.
     static QString storageKey() { return QStringLiteral("Wrenfold.State.v1"); }
 
+    /// What the store works with; all of it must outlive the store.
+    struct Services
+    {
+        Preferences &preferences;
+        Clock &clock;
+        AppNotifier &notifier;
+        Sounds &sounds;
+    };
     struct Options
     {
         bool loadSavedState = true; ///< False: starts empty, and never reads or writes the document.
     };
 
-    /// Both must outlive the store.
-    FocusStore(Preferences &preferences, Clock &clock, Options options);
+    FocusStore(const Services &services, Options options);
     ~FocusStore();
     FocusStore(const FocusStore &) = delete;
     FocusStore &operator=(const FocusStore &) = delete;
@@ -89,8 +101,6 @@ public:
     void save();
     /// The last save did not reach the disk.
     [[nodiscard]] bool hasUnsavedChanges() const { return m_isSaveFailing; }
-    void setWorkDurationMinutes(qint64 minutes);  ///< Kept within 1 to 90.
-    void setBreakDurationMinutes(qint64 minutes); ///< Kept within 1 to 30.
 
     // --- Tasks: focus_store_tasks.cpp ----------------------------------------------------------------------
     /// Adds to the end of the list, or under `parentID`, or under the open subtask composer's parent.
@@ -119,6 +129,23 @@ public:
     [[nodiscard]] int openTaskCount() const;
     [[nodiscard]] int completedTodayCount() const; ///< Since midnight in the user's time zone.
     [[nodiscard]] QString statusBarNowTitle() const;
+
+    // --- The timer: focus_store_timer.cpp ------------------------------------------------------------------
+    /// Starts the countdown of the present phase, or goes on with it. A phase at zero is filled again.
+    void startPomodoro();
+    void pauseTimer();
+    void resetPomodoro();     ///< To a whole work phase, not started.
+    void startBreakSession(); ///< To a whole break, not started.
+    void skipBreakToWork();
+    /// Kept within 1 to 90, the break's within 1 to 30. A phase that has not begun gets shorter with it at once, but
+    /// not longer.
+    void setWorkDurationMinutes(qint64 minutes);
+    void setBreakDurationMinutes(qint64 minutes);
+    [[nodiscard]] TimerState timerState() const;
+    [[nodiscard]] qint64 phaseDurationSeconds() const { return timerState().phaseDurationSeconds(); }
+    [[nodiscard]] QString remainingText() const { return timerState().remainingText(); }
+    [[nodiscard]] TimerUrgency timerUrgency() const { return timerState().urgency(); }
+    [[nodiscard]] bool shouldShowMenubarTimer() const;
 
     // --- Undo, redo and the status line: focus_store_history.cpp -------------------------------------------
     void undo();
@@ -150,8 +177,19 @@ private:
     void changeFamily(const QUuid &id, Change change);
     [[nodiscard]] Timestamp now() const;
 
+    void installTimer();
+    void tick();
+    void maybeFireSprintNudge();
+    void handlePhaseComplete();
+    void completeWork();
+    void completeBreak();
+    void setUpPhase(PomodoroPhase phase);
+    void followShorterDuration(PomodoroPhase phase);
+
     Preferences &m_preferences;
     Clock &m_clock;
+    AppNotifier &m_notifier;
+    Sounds &m_sounds;
     const bool m_isPersistenceEnabled;
     bool m_isRestoringState = false;
     bool m_isSaveFailing = false;
@@ -161,6 +199,8 @@ private:
     std::optional<TaskSnapshot> m_reorderStartSnapshot; ///< Present while a drag is under way.
     std::unique_ptr<ScheduledCall> m_statusClearCall;
     std::unique_ptr<ScheduledCall> m_pendingUndoClearCall;
+    QSet<qint64> m_firedSprintMilestones;   ///< In this work phase, by the seconds left.
+    std::unique_ptr<ScheduledCall> m_timer; ///< Present exactly while the timer runs.
 };
 
 } // namespace wrenfold

@@ -53,10 +53,12 @@ QString text(bool value)
 
 } // namespace
 
-FocusStore::FocusStore(Preferences &preferences, Clock &clock, Options options)
+FocusStore::FocusStore(const Services &services, Options options)
     : m_changes([this] { save(); })
-    , m_preferences(preferences)
-    , m_clock(clock)
+    , m_preferences(services.preferences)
+    , m_clock(services.clock)
+    , m_notifier(services.notifier)
+    , m_sounds(services.sounds)
     , m_isPersistenceEnabled(options.loadSavedState)
 {
     if (m_isPersistenceEnabled)
@@ -105,6 +107,7 @@ void FocusStore::apply(const SavedState &state)
     activeTaskID.set(repairedActiveTaskID(tasks.value(), state.activeTaskID));
     setWorkDurationMinutes(state.workDurationMinutes);
     setBreakDurationMinutes(state.breakDurationMinutes);
+    remainingSeconds.set(phaseDurationSeconds());
 }
 
 SavedState FocusStore::savedState() const
@@ -139,16 +142,6 @@ std::optional<QString> FocusStore::writeDocument()
         m_mustKeepDocumentAside = false;
     }
     return m_preferences.write(storageKey(), encodeSavedState(savedState()));
-}
-
-void FocusStore::setWorkDurationMinutes(qint64 minutes)
-{
-    workDurationMinutes.set(std::clamp<qint64>(minutes, 1, 90));
-}
-
-void FocusStore::setBreakDurationMinutes(qint64 minutes)
-{
-    breakDurationMinutes.set(std::clamp<qint64>(minutes, 1, 30));
 }
 
 Timestamp FocusStore::now() const

@@ -12,7 +12,9 @@ QString TimerState::remainingText() const
 {
     const qint64 minutes = remainingSeconds / 60;
     const qint64 seconds = remainingSeconds - minutes * 60;
-    return QStringLiteral("%1:%2").arg(minutes, 2, 10, QLatin1Char('0')).arg(seconds, 2, 10, QLatin1Char('0'));
+    return QStringLiteral("%1:%2")
+        .arg(minutes, 2, 10, QLatin1Char('0'))
+        .arg(seconds, 2, 10, QLatin1Char('0'));
 }
 
 TimerUrgency TimerState::urgency() const

@@ -7,7 +7,9 @@ namespace wrenfold {
 
 AppDelegate::AppDelegate(Platform &platform)
     : m_platform(platform)
-    , m_store(*platform.preferences, *platform.clock, {.loadSavedState = true})
+    , m_notifier(*platform.notificationCenter)
+    , m_store({*platform.preferences, *platform.clock, m_notifier, *platform.sounds},
+              {.loadSavedState = true})
     , m_appMenu({
           .hidePanel = [this] { m_panelController.hide(); },
           .undo = [this] { m_store.undo(); },
@@ -35,6 +37,8 @@ AppDelegate::~AppDelegate()
 
 void AppDelegate::applicationDidFinishLaunching()
 {
+    m_notifier.requestPermissionIfNeeded();
+    m_platform.notificationCenter->onClick([this] { showPanel(); });
     showPanel();
     m_platform.singleInstance->listen([this] { showPanel(); });
 }

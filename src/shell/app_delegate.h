@@ -2,6 +2,7 @@
 #pragma once
 
 #include "model/focus_store.h"
+#include "notify/app_notifier.h"
 #include "platform/platform.h"
 #include "shell/app_menu.h"
 #include "shell/panel_controller.h"
@@ -23,6 +24,7 @@ private:
     void showPanel();
 
     Platform &m_platform;
+    AppNotifier m_notifier;
     FocusStore m_store;
     AppMenu m_appMenu;
     PanelController m_panelController;

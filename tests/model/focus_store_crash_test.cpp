@@ -3,6 +3,7 @@
 #include "platform/linux/file_preferences.h"
 #include "platform/system_clock.h"
 #include "support/files.h"
+#include "support/quiet_services.h"
 #include "support/test_case.h"
 
 #include <QCryptographicHash>
@@ -62,7 +63,8 @@ private:
     SystemClock clock;
     FilePreferences files(folder, clock);
     TellingPreferences preferences(files);
-    FocusStore store(preferences, clock, {});
+    QuietServices quiet;
+    FocusStore store(quiet.with(preferences, clock), {});
     for (;;) {
         const TaskList tasks = store.tasks.value();
         if (tasks.size() < 5 || (tasks.size() < 200 && random.bounded(3) == 0)) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "model/log_capture.h"
 #include "model/store_on_fakes.h"
+#include "support/quiet_services.h"
 #include "support/test_case.h"
 
 #include <QJsonArray>
@@ -36,7 +37,8 @@ private Q_SLOTS:
         FakePreferences preferences;
         FakeClock clock;
         LogCapture log;
-        FocusStore store(preferences, clock, {});
+        QuietServices quiet;
+        FocusStore store(quiet.with(preferences, clock), {});
         QCOMPARE(log.take(), QStringList{QStringLiteral("info store: loaded defaults (first launch)")});
         const TaskList tasks = store.tasks.value();
         QCOMPARE(titlesOf(tasks), (QStringList{firstTitle, secondTitle}));
@@ -55,7 +57,8 @@ private Q_SLOTS:
     {
         FakePreferences preferences;
         FakeClock clock;
-        const FocusStore store(preferences, clock, {.loadSavedState = false});
+        QuietServices quiet;
+        const FocusStore store(quiet.with(preferences, clock), {.loadSavedState = false});
         QCOMPARE(store.tasks.value(), TaskList());
         QCOMPARE(store.activeTaskID.value(), std::nullopt);
         QCOMPARE(store.mediumGoal.value(), QString());
@@ -244,7 +247,8 @@ private Q_SLOTS:
         FakePreferences preferences = StoreOnFakes::preferencesWith(document);
         FakeClock clock;
         {
-            const FocusStore store(preferences, clock, {});
+            QuietServices quiet;
+            const FocusStore store(quiet.with(preferences, clock), {});
             clock.advance(std::chrono::hours(1));
         }
         QCOMPARE(preferences.writeCount(), 0);
@@ -256,7 +260,8 @@ private Q_SLOTS:
     {
         FakePreferences preferences;
         FakeClock clock;
-        const FocusStore store(preferences, clock, {});
+        QuietServices quiet;
+        const FocusStore store(quiet.with(preferences, clock), {});
         QCOMPARE(preferences.writeCount(), 0);
     }
 
@@ -265,7 +270,8 @@ private Q_SLOTS:
         FakePreferences preferences =
             StoreOnFakes::preferencesWith(StoreOnFakes::documentWith({madeTask(QStringLiteral("a"))}));
         FakeClock clock;
-        FocusStore store(preferences, clock, {.loadSavedState = false});
+        QuietServices quiet;
+        FocusStore store(quiet.with(preferences, clock), {.loadSavedState = false});
         QCOMPARE(store.tasks.value(), TaskList());
         store.addTask(QStringLiteral("b"), true);
         store.mediumGoal.set(QStringLiteral("g"));

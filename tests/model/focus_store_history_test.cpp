@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "model/store_on_fakes.h"
+#include "support/quiet_services.h"
 #include "support/test_case.h"
 
 namespace wrenfold {
@@ -48,7 +49,8 @@ private Q_SLOTS:
         StoreOnFakes s({madeTask(u("a"))});
         s.store.addTask(u("b"), false);
         QVERIFY(s.store.canUndo.value());
-        FocusStore next(s.preferences, s.clock, {});
+        QuietServices quiet;
+        FocusStore next(quiet.with(s.preferences, s.clock), {});
         QCOMPARE(next.tasks.value().size(), 2);
         QVERIFY(!next.canUndo.value());
         QVERIFY(!next.canRedo.value());
@@ -276,7 +278,8 @@ private Q_SLOTS:
         FakePreferences preferences;
         FakeClock clock;
         {
-            FocusStore store(preferences, clock, {});
+            QuietServices quiet;
+            FocusStore store(quiet.with(preferences, clock), {});
             store.deleteTask(store.tasks.value().first());
             QVERIFY(clock.pendingCalls() > 0);
         }

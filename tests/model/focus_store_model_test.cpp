@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "model/store_machine.h"
 #include "platform/linux/file_preferences.h"
+#include "support/quiet_services.h"
 #include "support/test_case.h"
 
 #include <QTemporaryDir>
@@ -59,7 +60,8 @@ private:
         const Preferences::ReadResult read = preferences.read(FocusStore::storageKey());
         QCOMPARE(read.status, Preferences::ReadStatus::Found);
         QCOMPARE(stateIn(read.bytes), machine.state());
-        const FocusStore restarted(preferences, m_clock, {});
+        QuietServices quiet;
+        const FocusStore restarted(quiet.with(preferences, m_clock), {});
         QCOMPARE(restarted.tasks.value(), machine.state().tasks);
         QCOMPARE(restarted.activeTaskID.value(), machine.state().activeTaskID);
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "model/log_capture.h"
 #include "model/store_on_fakes.h"
+#include "support/quiet_services.h"
 #include "support/test_case.h"
 
 namespace wrenfold {
@@ -233,7 +234,8 @@ private Q_SLOTS:
         const TaskList tasks = sampleList();
         preferences.stored = StoreOnFakes::preferencesWith(StoreOnFakes::documentWith(tasks, tasks[1].id));
         FakeClock clock;
-        FocusStore store(preferences, clock, {});
+        QuietServices quiet;
+        FocusStore store(quiet.with(preferences, clock), {});
         store.moveTask(tasks[0].id, tasks[4].id, true);
         store.toggleDone(tasks[1]);
         store.deferTask(tasks[0], TaskQuadrant::urgentImportant);
@@ -265,7 +267,8 @@ private Q_SLOTS:
         FakePreferences preferences;
         preferences.makeUnreadable(FocusStore::storageKey());
         FakeClock clock;
-        FocusStore store(preferences, clock, {});
+        QuietServices quiet;
+        FocusStore store(quiet.with(preferences, clock), {});
         QCOMPARE(store.tasks.value().size(), 2);
         store.addTask(u("x"), false);
         QCOMPARE(preferences.keptAside(FocusStore::storageKey()).size(), 1);

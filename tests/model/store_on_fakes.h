@@ -3,8 +3,11 @@
 
 #include "model/focus_store.h"
 #include "model/task_list.h"
+#include "notify/app_notifier.h"
 #include "support/fake_clock.h"
+#include "support/fake_notification_center.h"
 #include "support/fake_preferences.h"
+#include "support/fake_sounds.h"
 
 #include <QTest>
 
@@ -55,6 +58,9 @@ struct StoreOnFakes
 {
     FakePreferences preferences;
     FakeClock clock;
+    FakeNotificationCenter notificationCenter;
+    FakeSounds sounds;
+    AppNotifier notifier{notificationCenter};
     FocusStore store;
 
     /// A store that has loaded a document with this list, as an earlier run would have left it.
@@ -66,7 +72,7 @@ struct StoreOnFakes
     /// A store that has loaded this document.
     explicit StoreOnFakes(const QByteArray &document)
         : preferences(preferencesWith(document))
-        , store(preferences, clock, {})
+        , store({preferences, clock, notifier, sounds}, {})
     {
     }
 

@@ -20,9 +20,8 @@ public:
     void post(const Notification &notification, std::function<void(const Error &error)> posted) override
     {
         m_posts.append({notification, std::move(posted)});
-        std::erase_if(m_listed, [&](const Notification &listed) {
-            return listed.identifier == notification.identifier;
-        });
+        m_listed.removeIf(
+            [&](const Notification &listed) { return listed.identifier == notification.identifier; });
         m_listed.append(notification);
     }
     void onClick(std::function<void()> clicked) override { m_clicked = std::move(clicked); }

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "model/focus_store.h"
+#include "notify/app_notifier.h"
+#include "platform/none/no_notification_center.h"
+#include "platform/none/no_sounds.h"
+
+namespace wrenfold {
+
+/// For a store whose timer matters to nobody: notifications and sounds that reach nobody.
+class QuietServices
+{
+public:
+    /// What the store works with, beside these. This object must outlive the store.
+    [[nodiscard]] FocusStore::Services with(Preferences &preferences, Clock &clock)
+    {
+        return {preferences, clock, m_notifier, m_sounds};
+    }
+
+private:
+    NoNotificationCenter m_center;
+    AppNotifier m_notifier{m_center};
+    NoSounds m_sounds;
+};
+
+} // namespace wrenfold
