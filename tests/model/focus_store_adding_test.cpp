@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/debug_log.h"
-#include "model/log_capture.h"
 #include "model/store_on_fakes.h"
 #include "model/uuid_text.h"
+#include "support/log_capture.h"
 #include "support/test_case.h"
 
 namespace wrenfold {

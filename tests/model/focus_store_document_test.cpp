@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "model/log_capture.h"
 #include "model/store_on_fakes.h"
+#include "support/log_capture.h"
 #include "support/quiet_services.h"
 #include "support/test_case.h"
 
