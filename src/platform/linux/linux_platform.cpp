@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include "platform/linux/canberra_sounds.h"
 #include "platform/linux/file_preferences.h"
 #include "platform/linux/linux_single_instance.h"
 #include "platform/linux/session_bus_probe.h"
 #include "platform/linux/x11_panel_window.h"
 #include "platform/none/no_notification_center.h"
 #include "platform/none/no_panel_window.h"
-#include "platform/none/no_sounds.h"
 #include "platform/platform.h"
 #include "platform/system_clock.h"
 
@@ -38,7 +38,7 @@ Platform makePlatform()
     platform.preferences = std::make_unique<FilePreferences>(folder, *platform.clock);
     platform.singleInstance = std::make_unique<LinuxSingleInstance>(folder);
     platform.panelWindow = makePanelWindow();
-    platform.sounds = std::make_unique<NoSounds>();
+    platform.sounds = std::make_unique<CanberraSounds>();
     platform.notificationCenter = std::make_unique<NoNotificationCenter>();
     return platform;
 }
