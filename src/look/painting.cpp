@@ -88,6 +88,21 @@ void Painting::check(QPainter &painter, const QRectF &rect, Check check, int siz
     painter.drawPolyline(tick.data(), static_cast<int>(tick.size()));
 }
 
+void Painting::ring(QPainter &painter, const QRectF &rect, qreal fraction, const QColor &color)
+{
+    constexpr int sixteenths = 16; // Qt's measure of angles.
+    const SavedPainter saved(painter);
+    const QRectF circle(rect.center() - QPointF(Metrics::ringRadius, Metrics::ringRadius),
+                        QSizeF(2 * Metrics::ringRadius, 2 * Metrics::ringRadius));
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(Theme::current().line, Metrics::ringWidth));
+    painter.drawEllipse(circle);
+    if (fraction <= 0)
+        return;
+    painter.setPen(QPen(color, Metrics::ringWidth, Qt::SolidLine, Qt::RoundCap));
+    painter.drawArc(circle, 90 * sixteenths, -qRound(fraction * 360 * sixteenths));
+}
+
 void Painting::text(QPainter &painter, const QRectF &rect, const QString &text, const QFont &font,
                     const QColor &color, Qt::Alignment alignment)
 {

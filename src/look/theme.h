@@ -71,6 +71,7 @@ inline constexpr int gripHeight = 14, gripBarWidth = 36, gripBarHeight = 4;
 inline constexpr int headerHeight = 46, headerSpacing = 10;
 inline constexpr int ringSize = 42, ringRadius = 18;
 inline constexpr qreal ringWidth = 3.5;
+inline constexpr int timeHeight = 24, timeSpacing = 4, subtitleHeight = 15;
 inline constexpr int stripHeight = 30, stripSpacing = 3, stripMargin = 2;
 
 inline constexpr int iconButtonSize = 26, iconButtonRadius = 7, symbolSize = 16;

@@ -43,8 +43,12 @@ FocusPanelView::FocusPanelView(FocusStore &store, Clock &clock, const Actions &a
                              [this](const QString &goal) { m_store.mediumGoal.set(goal.trimmed()); },
                              [this] { m_store.requestTodoInput(); }},
                             this);
-    m_header =
-        new PanelHeader({[this] { m_store.undo(); }, [this] { m_store.redo(); }, m_actions.hide}, this);
+    m_header = new PanelHeader({{[this] { toggleTimer(); }, [this] { m_store.resetPomodoro(); },
+                                 [this] { m_store.skipBreakToWork(); }},
+                                [this] { m_store.undo(); },
+                                [this] { m_store.redo(); },
+                                m_actions.hide},
+                               this);
 
     connect(m_composer, &TodoComposer::submitted, this, &FocusPanelView::addDraft);
     connect(m_nowCard, &NowCard::heightChanged, this, &FocusPanelView::placeChildren);
@@ -59,6 +63,7 @@ void FocusPanelView::subscribe()
     const auto nowCard = [this](const auto &) { updateNowCard(); };
     const auto statusLine = [this](const auto &) { updateStatusLine(); };
     const auto count = [this](const auto &) { updateCompletedToday(); };
+    const auto timer = [this](const auto &) { updateTimer(); };
 
     m_subscriptions.push_back(m_store.tasks.onChange(rows));
     m_subscriptions.push_back(m_store.activeTaskID.onChange(rows));
@@ -74,6 +79,11 @@ void FocusPanelView::subscribe()
     m_subscriptions.push_back(m_store.canUndo.watch([this](bool canUndo) { m_header->setCanUndo(canUndo); }));
     m_subscriptions.push_back(m_store.canRedo.watch([this](bool canRedo) { m_header->setCanRedo(canRedo); }));
     m_subscriptions.push_back(m_store.tasks.watch(count));
+    m_subscriptions.push_back(m_store.remainingSeconds.watch(timer));
+    m_subscriptions.push_back(m_store.isTimerRunning.onChange(timer));
+    m_subscriptions.push_back(m_store.timerPhase.onChange(timer));
+    m_subscriptions.push_back(m_store.workDurationMinutes.onChange(timer));
+    m_subscriptions.push_back(m_store.breakDurationMinutes.onChange(timer));
     m_subscriptions.push_back(m_store.composerFocusToken.onChange([this](int) {
         m_actions.focusInput();
         m_composer->focusInput();
@@ -167,6 +177,14 @@ void FocusPanelView::beginAddSubtask(const TaskItem &task)
         m_list->focusRow({PanelRow::Kind::SubtaskComposer, *m_shownComposerParentID}, Qt::TabFocusReason);
 }
 
+void FocusPanelView::toggleTimer()
+{
+    if (m_store.isTimerRunning.value())
+        m_store.pauseTimer();
+    else
+        m_store.startPomodoro();
+}
+
 void FocusPanelView::toggleSection(PanelRow::Kind header)
 {
     Setting<bool> &isExpanded = header == PanelRow::Kind::DeferredHeader ? m_store.isDeferredSectionExpanded
@@ -206,6 +224,11 @@ void FocusPanelView::updateRows()
     // Its task is no longer among the open ones: what is typed elsewhere must not go there.
     if (composerParentID && !isShown)
         m_store.endAddSubtask();
+}
+
+void FocusPanelView::updateTimer()
+{
+    m_header->setTimer(timerHeaderContent(m_store.timerState()));
 }
 
 void FocusPanelView::updateNowCard()

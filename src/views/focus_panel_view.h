@@ -53,6 +53,7 @@ private:
     PanelRowWidget *makeRow(PanelRow::Kind kind, QWidget *parent);
     PanelRowWidget *makeSubtaskComposer(QWidget *parent);
     void beginAddSubtask(const TaskItem &task);
+    void toggleTimer();
     void toggleSection(PanelRow::Kind header);
     void subscribe();
     void placeChildren();
@@ -61,6 +62,7 @@ private:
     void scheduleRowsUpdate();
     void flushRowsUpdate(); ///< Carries a scheduled update out now.
     void updateRows();
+    void updateTimer();
     void updateNowCard();
     void updateStatusLine();
     void updateCompletedToday();

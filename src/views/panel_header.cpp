@@ -13,12 +13,13 @@ namespace wrenfold {
 
 PanelHeader::PanelHeader(const Actions &actions, QWidget *parent)
     : QWidget(parent)
+    , m_timer(new TimerHeader(actions.timer, this))
     , m_completedToday(new CountBadge(QStringLiteral("今日完了したタスク数"), this))
     , m_undo(new IconButton(QStringLiteral("arrow.uturn.backward"), QStringLiteral("元に戻す（⌘Z）"), this))
     , m_redo(new IconButton(QStringLiteral("arrow.uturn.forward"), QStringLiteral("やり直す（⌘Y）"), this))
     , m_hide(new IconButton(QStringLiteral("xmark"), QStringLiteral("Wren Fold を隠す"), this))
 {
-    setFixedHeight(Metrics::gripHeight + Metrics::stripMargin + Metrics::stripHeight);
+    setFixedHeight(Metrics::gripHeight + Metrics::headerHeight + Metrics::stripMargin + Metrics::stripHeight);
     connect(m_undo, &IconButton::clicked, this, actions.undo);
     connect(m_redo, &IconButton::clicked, this, actions.redo);
     connect(m_hide, &IconButton::clicked, this, actions.hide);
@@ -62,7 +63,8 @@ void PanelHeader::resizeEvent(QResizeEvent *event)
 
 void PanelHeader::placeChildren()
 {
-    const int top = Metrics::gripHeight + Metrics::stripMargin;
+    m_timer->setGeometry(0, Metrics::gripHeight, width(), Metrics::headerHeight);
+    const int top = Metrics::gripHeight + Metrics::headerHeight + Metrics::stripMargin;
     const auto place = [top](QWidget *widget, int left) {
         const QSize size = widget->sizeHint();
         widget->setGeometry(left, top + (Metrics::stripHeight - size.height()) / 2, size.width(),

@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QWidget>
-
-#include <functional>
+#include "views/timer_header.h"
 
 namespace wrenfold {
 
 class CountBadge;
 class IconButton;
 
-/// The top of the panel: the grip by which it is moved, and the strip of icons.
+/// The top of the panel: the grip by which it is moved, the timer, and the strip of icons.
 class PanelHeader : public QWidget
 {
     Q_OBJECT
@@ -18,6 +16,7 @@ class PanelHeader : public QWidget
 public:
     struct Actions
     {
+        TimerHeader::Actions timer;
         std::function<void()> undo;
         std::function<void()> redo;
         std::function<void()> hide;
@@ -25,6 +24,7 @@ public:
 
     explicit PanelHeader(const Actions &actions, QWidget *parent = nullptr);
 
+    void setTimer(const TimerHeaderContent &content) { m_timer->setContent(content); }
     void setCompletedTodayCount(int count);
     void setCanUndo(bool canUndo);
     void setCanRedo(bool canRedo);
@@ -38,6 +38,7 @@ protected:
 private:
     void placeChildren();
 
+    TimerHeader *m_timer;
     CountBadge *m_completedToday;
     IconButton *m_undo;
     IconButton *m_redo;

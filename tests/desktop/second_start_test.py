@@ -4,8 +4,8 @@ import json
 
 from session import Session, expect, program_to_test
 
-CLOSE_BUTTON = (319, 31)  # a point in the panel's close button
-COMPOSER = (172, 141)  # a point in its input field at first start
+CLOSE_BUTTON = (319, 77)  # a point in the panel's close button
+COMPOSER = (172, 187)  # a point in its input field at first start
 
 
 def running(programs):

@@ -36,11 +36,12 @@ class Session:
         self._has_bus = bus
         self._size = size
         self._started = []  # what to end, in the order of starting
-        self._folder = None
+        self._logs = {}
+        self.folder = None
         self.environment = {}
 
     def __enter__(self):
-        self._folder = pathlib.Path(tempfile.mkdtemp(prefix="wrenfold-"))
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="wrenfold-"))
         try:
             self._make_environment()
             self._start_display()
@@ -56,18 +57,23 @@ class Session:
             self._report_failure()
         for process in reversed(self._started):
             end(process)
-        shutil.rmtree(self._folder, ignore_errors=True)
+        shutil.rmtree(self.folder, ignore_errors=True)
 
     # Programs
 
     def start(self, program, *arguments, **environment):
         """Starts a program in the session, with changes to its environment. Its output is shown if the test fails."""
-        log = (self._folder / f"{len(self._started)}-{pathlib.Path(program).name}.log").open("wb")
-        with log:
+        path = self.folder / f"{len(self._started)}-{pathlib.Path(program).name}.log"
+        with path.open("wb") as log:
             process = subprocess.Popen([program, *arguments], env=self.environment | environment, stdin=subprocess.DEVNULL,
-                                       stdout=log, stderr=subprocess.STDOUT, cwd=self._folder)
+                                       stdout=log, stderr=subprocess.STDOUT, cwd=self.folder)
         self._started.append(process)
+        self._logs[process] = path
         return process
+
+    def log_lines(self, process):
+        """What a started program has written until now."""
+        return self._logs[process].read_text(errors="replace").splitlines()
 
     def wait_end(self, process, status=0, seconds=15):
         """Waits until the program has ended by itself, with this exit status."""
@@ -151,11 +157,20 @@ class Session:
     def click(self, window, x, y):
         self.tool("xdotool", "mousemove", "--sync", "--window", window, str(x), str(y), "click", "1")
 
-    # What the program saved
+    def right_click(self, window, x, y):
+        self.tool("xdotool", "mousemove", "--sync", "--window", window, str(x), str(y), "click", "3")
+
+    # The program's document
+
+    def save_document(self, document):
+        """Puts a document into place as an earlier run of the program would have left it."""
+        path = self._document_path()
+        path.parent.mkdir(mode=0o700)
+        path.write_text(json.dumps(document))
 
     def document(self):
         """The saved document; None while there is none."""
-        path = pathlib.Path(self.environment["XDG_CONFIG_HOME"], "Wrenfold", "Wrenfold.State.v1")
+        path = self._document_path()
         return json.loads(path.read_bytes()) if path.exists() else None
 
     def titles(self):
@@ -164,19 +179,22 @@ class Session:
 
     # The session's own parts
 
+    def _document_path(self):
+        return pathlib.Path(self.environment["XDG_CONFIG_HOME"], "Wrenfold", "Wrenfold.State.v1")
+
     def _make_environment(self):
         kept = ("PATH", "ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS")
         self.environment = {name: os.environ[name] for name in kept if name in os.environ}
         self.environment |= {"LANG": "C.UTF-8", "TZ": "Asia/Tokyo", "NO_AT_BRIDGE": "1",
                              "DBUS_SESSION_BUS_ADDRESS": NO_BUS}
         for variable in ("HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_STATE_HOME", "XDG_RUNTIME_DIR"):
-            folder = self._folder / variable.lower()
+            folder = self.folder / variable.lower()
             folder.mkdir(mode=0o700)
             self.environment[variable] = str(folder)
 
     def _start_display(self):
         reading, writing = os.pipe()
-        log = (self._folder / "Xvfb.log").open("wb")
+        log = (self.folder / "Xvfb.log").open("wb")
         with log:
             self._started.append(subprocess.Popen(
                 ["Xvfb", "-displayfd", str(writing), "-screen", "0", f"{self._size}x24", "-nolisten", "tcp", "-noreset"],
@@ -188,7 +206,7 @@ class Session:
         if not self._has_bus:
             return
         reading, writing = os.pipe()
-        log = (self._folder / "dbus-daemon.log").open("wb")
+        log = (self.folder / "dbus-daemon.log").open("wb")
         with log:
             self._started.append(subprocess.Popen(
                 ["dbus-daemon", "--session", "--nofork", f"--print-address={writing}"],
@@ -209,7 +227,7 @@ class Session:
                 print("The screen at the failure:", self.picture("failed"))
             except (Failure, OSError, subprocess.SubprocessError):
                 print("The screen at the failure could not be had.")
-        for log in sorted(self._folder.glob("*.log")):
+        for log in sorted(self.folder.glob("*.log")):
             if text := log.read_text(errors="replace").strip():
                 print(f"--- {log.name}\n{text}")
 

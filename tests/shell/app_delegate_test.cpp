@@ -4,6 +4,7 @@
 #include "shell/app_delegate.h"
 #include "shell/focus_panel.h"
 #include "support/fake_platform.h"
+#include "support/log_capture.h"
 #include "support/test_case.h"
 #include "views/menu_probes.h"
 #include "views/panel_row_widget.h"
@@ -103,6 +104,42 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowActive(program.panel()));
         QVERIFY(!program.composer()->hasFocus());
         QCOMPARE(program.fakes.panelWindow->joined().size(), 1);
+    }
+
+    void theStartAsksForPermissionToNotifyOnce()
+    {
+        Program program;
+        program.delegate = std::make_unique<AppDelegate>(program.fakes.platform);
+        QCOMPARE(program.fakes.notificationCenter->openQuestions(), 0);
+        program.delegate->applicationDidFinishLaunching();
+        QCOMPARE(program.fakes.notificationCenter->openQuestions(), 1);
+        LogCapture log;
+        program.fakes.notificationCenter->answerQuestions(true);
+        QCOMPARE(log.take(), QStringList{QStringLiteral("info app: notification permission granted=true")});
+    }
+
+    void aNotificationOfTheTimerAsksForNothingMore()
+    {
+        Program program;
+        program.start();
+        program.fakes.notificationCenter->answerQuestions(true);
+        QTest::mouseClick(buttonNamed(*program.panel(), QStringLiteral("ポモドーロを開始（25分）")),
+                          Qt::LeftButton);
+        program.fakes.clock->advance(std::chrono::seconds(1501));
+        QCOMPARE(program.fakes.notificationCenter->listed().size(), 3);
+        QCOMPARE(program.fakes.notificationCenter->openQuestions(), 0);
+        QCOMPARE(program.fakes.sounds->take(), (QList<Sound>{Sound::Tink, Sound::Tink, Sound::Glass}));
+    }
+
+    void aClickOnANotificationShowsThePanel()
+    {
+        Program program;
+        program.start();
+        QTest::mouseClick(buttonNamed(*program.panel(), hideText), Qt::LeftButton);
+        QVERIFY(!program.panel()->isVisible());
+        program.fakes.notificationCenter->click();
+        QVERIFY(program.panel()->isVisible());
+        QVERIFY(QTest::qWaitForWindowActive(program.panel()));
     }
 
     void nothingIsShownBeforeTheApplicationIsReady()

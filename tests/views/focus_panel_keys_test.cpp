@@ -53,7 +53,7 @@ private Q_SLOTS:
         panel.store.deleteTask(panel.fakes.task(b));
         QVERIFY(panel.show());
         QStringList stops;
-        for (int i = 0; i < 10; ++i) {
+        for (int i = 0; i < 12; ++i) {
             panel.press(Qt::Key_Tab);
             stops.append(panel.focused());
         }
@@ -64,6 +64,8 @@ private Q_SLOTS:
                                       QStringLiteral("サブタスクを追加"),
                                       QStringLiteral("削除（元に戻せます）"),
                                       QStringLiteral("完了"),
+                                      QStringLiteral("ポモドーロを開始（25分）"),
+                                      QStringLiteral("ポモドーロをリセット"),
                                       QStringLiteral("元に戻す（⌘Z）"),
                                       QStringLiteral("Wren Fold を隠す"),
                                       composerName};

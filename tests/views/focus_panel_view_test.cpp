@@ -2,7 +2,9 @@
 #include "look/count_badge.h"
 #include "support/painted_text.h"
 #include "support/test_case.h"
+#include "views/panel_header.h"
 #include "views/panel_in_window.h"
+#include "views/status_line.h"
 
 namespace wrenfold {
 
@@ -321,11 +323,20 @@ private Q_SLOTS:
 
     void theLowestPanelStillHoldsEverything()
     {
-        PanelInWindow panel({madeTask(QStringLiteral("長い題名").repeated(40))});
+        const TaskItem task = madeTask(QStringLiteral("長い題名").repeated(40));
+        PanelInWindow panel({task}, task.id);
         QVERIFY(panel.show());
         panel.view->resize(344, 250);
         QCOMPARE(faultsOfButtons(*panel.view), QStringList());
-        QVERIFY(panel.row(QStringLiteral("長い題名").repeated(40)));
+        // One below the other. Of the list there may be nothing left.
+        int bottom = 0;
+        for (const QWidget *part : std::initializer_list<QWidget *>{
+                 panel.view->findChild<PanelHeader *>(), panel.view->findChild<NowCard *>(),
+                 panel.view->findChild<TodoComposer *>(), panel.view->findChild<StatusLine *>()}) {
+            QVERIFY2(part->y() >= bottom, part->metaObject()->className());
+            bottom = part->y() + part->height();
+        }
+        QVERIFY2(bottom <= 250, qPrintable(QString::number(bottom)));
     }
 };
 

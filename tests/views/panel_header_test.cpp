@@ -18,7 +18,10 @@ struct HeaderInWindow
 {
     QWidget window;
     QStringList calls;
-    PanelHeader *header = new PanelHeader({[this] { calls.append(QStringLiteral("undo")); },
+    PanelHeader *header = new PanelHeader({{[this] { calls.append(QStringLiteral("toggle")); },
+                                            [this] { calls.append(QStringLiteral("reset")); },
+                                            [this] { calls.append(QStringLiteral("skip")); }},
+                                           [this] { calls.append(QStringLiteral("undo")); },
                                            [this] { calls.append(QStringLiteral("redo")); },
                                            [this] { calls.append(QStringLiteral("hide")); }},
                                           &window);
