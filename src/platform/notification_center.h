@@ -18,8 +18,8 @@ struct Notification
     friend bool operator==(const Notification &, const Notification &) = default;
 };
 
-/// The desktop's notifications. Nothing here blocks: each question is answered later, on the main thread, within a
-/// few seconds, and every one is answered as long as this object lives.
+/// The desktop's notifications. Nothing here blocks: each question is answered once, on the main thread, at once or
+/// within a few seconds, unless this object goes before.
 class NotificationCenter
 {
 public:

@@ -2,14 +2,12 @@
 #include "platform/linux/instance_bus.h"
 
 #include "app/debug_log.h"
-#include "platform/linux/session_bus_probe.h"
 
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDeadlineTimer>
-#include <QUuid>
 
 #include <memory>
 #include <utility>
@@ -26,17 +24,8 @@ const auto instanceKey = QStringLiteral("dev.tolvane.Wrenfold.instance");
 const auto activationTokenKey = QStringLiteral("activation-token");
 const auto startupIdKey = QStringLiteral("desktop-startup-id");
 
-/// Waits for the bus; the answer is not connected on failure. A bus that hangs is left alone for as long as
-/// it does and then given up, because Qt's attempt to connect to it can be neither stopped nor bounded.
-QDBusConnection connectToSessionBus(const std::stop_token &stop, const QString &name)
-{
-    constexpr auto oneLook = std::chrono::milliseconds(250); // So much later at most the program can end.
-    for (int look = 0; look < 80 && !stop.stop_requested(); ++look) {
-        if (!sessionBusHangs(oneLook))
-            return QDBusConnection::connectToBus(QDBusConnection::SessionBus, name);
-    }
-    return QDBusConnection(name);
-}
+/// How long a bus that hangs is waited for.
+constexpr std::chrono::seconds busPatience(20);
 
 QVariantMap askingPlatformData(const QString &instance)
 {
@@ -64,24 +53,7 @@ QDBusMessage requestNameMessage()
 
 InstanceBus::InstanceBus(QString instance)
     : m_instance(std::move(instance))
-    , m_connectionName(QUuid::createUuid().toString())
 {
-}
-
-InstanceBus::~InstanceBus()
-{
-    // A thread still inside Qt when the process ends would crash it.
-    m_thread.request_stop();
-    if (m_thread.joinable())
-        m_thread.join();
-    QDBusConnection::disconnectFromBus(m_connectionName);
-}
-
-void InstanceBus::connectOnThread(std::function<void(const QDBusConnection &)> done)
-{
-    m_thread = std::jthread([name = m_connectionName, done = std::move(done)](const std::stop_token &stop) {
-        done(connectToSessionBus(stop, name));
-    });
 }
 
 bool InstanceBus::ask(std::chrono::milliseconds patience)
@@ -91,7 +63,8 @@ bool InstanceBus::ask(std::chrono::milliseconds patience)
         if (!m_connecting.valid()) {
             const auto promise = std::make_shared<std::promise<QDBusConnection>>();
             m_connecting = promise->get_future();
-            connectOnThread([promise](const QDBusConnection &connection) { promise->set_value(connection); });
+            m_bus.connect(busPatience,
+                          [promise](const QDBusConnection &connection) { promise->set_value(connection); });
         }
         if (m_connecting.wait_for(patience) != std::future_status::ready)
             return false;
@@ -108,7 +81,7 @@ bool InstanceBus::ask(std::chrono::milliseconds patience)
 void InstanceBus::listen(std::function<void()> show)
 {
     m_show = std::move(show);
-    connectOnThread([this](const QDBusConnection &connection) {
+    m_bus.connect(busPatience, [this](const QDBusConnection &connection) {
         QMetaObject::invokeMethod(
             this, [this, connection] { serve(connection); }, Qt::QueuedConnection);
     });

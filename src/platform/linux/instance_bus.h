@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/session_bus.h"
+
 #include <QDBusConnection>
 #include <QDBusContext>
 #include <QObject>
@@ -11,7 +13,6 @@
 #include <functional>
 #include <future>
 #include <optional>
-#include <thread>
 
 namespace wrenfold {
 
@@ -26,7 +27,6 @@ class InstanceBus : public QObject, protected QDBusContext
 public:
     /// `instance` goes with each ask of ours; a running program that was given another one refuses it.
     explicit InstanceBus(QString instance);
-    ~InstanceBus() override;
 
     /// Asks the running program, handing on the activation token that this start was given; true when it
     /// answered within `patience`. Blocks no longer than that.
@@ -44,15 +44,13 @@ public Q_SLOTS:
                                      const QVariantMap &platformData);
 
 private:
-    void connectOnThread(std::function<void(const QDBusConnection &)> done);
     void serve(const QDBusConnection &connection);
 
     const QString m_instance;
-    const QString m_connectionName;
     std::function<void()> m_show;
     std::future<QDBusConnection> m_connecting;   ///< Valid from the first ask until it is made.
     std::optional<QDBusConnection> m_connection; ///< Empty until it is made.
-    std::jthread m_thread;
+    SessionBus m_bus;                            ///< Last: its thread uses the rest.
 };
 
 } // namespace wrenfold

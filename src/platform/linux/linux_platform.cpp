@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/canberra_sounds.h"
+#include "platform/linux/dbus_notification_center.h"
 #include "platform/linux/file_preferences.h"
 #include "platform/linux/linux_single_instance.h"
 #include "platform/linux/session_bus_probe.h"
 #include "platform/linux/x11_panel_window.h"
-#include "platform/none/no_notification_center.h"
 #include "platform/none/no_panel_window.h"
 #include "platform/platform.h"
 #include "platform/system_clock.h"
@@ -39,7 +39,7 @@ Platform makePlatform()
     platform.singleInstance = std::make_unique<LinuxSingleInstance>(folder);
     platform.panelWindow = makePanelWindow();
     platform.sounds = std::make_unique<CanberraSounds>();
-    platform.notificationCenter = std::make_unique<NoNotificationCenter>();
+    platform.notificationCenter = std::make_unique<DBusNotificationCenter>(*platform.sounds);
     return platform;
 }
 

@@ -1,0 +1,206 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/dbus_notification_center.h"
+
+#include "platform/sounds.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+
+#include <utility>
+
+namespace wrenfold {
+namespace {
+
+const auto service = QStringLiteral("org.freedesktop.Notifications");
+const auto path = QStringLiteral("/org/freedesktop/Notifications");
+const auto interface = QStringLiteral("org.freedesktop.Notifications");
+const auto desktopEntry = QStringLiteral("dev.tolvane.Wrenfold");
+const auto defaultAction = QStringLiteral("default"); ///< What a click on the notification itself invokes.
+
+QDBusMessage methodCall(const QString &method)
+{
+    return QDBusMessage::createMethodCall(service, path, interface, method);
+}
+
+QString errorText(const QDBusMessage &answer)
+{
+    return (answer.errorMessage().isEmpty() ? answer.errorName() : answer.errorMessage()).simplified();
+}
+
+} // namespace
+
+DBusNotificationCenter::DBusNotificationCenter(Sounds &sounds, std::chrono::milliseconds patience)
+    : m_sounds(sounds)
+    , m_patience(patience)
+{
+}
+
+void DBusNotificationCenter::requestAuthorization(
+    std::function<void(bool isGranted, const Error &error)> answered)
+{
+    m_questions.append(std::move(answered));
+    advance();
+}
+
+void DBusNotificationCenter::post(const Notification &notification,
+                                  std::function<void(const Error &error)> posted)
+{
+    for (Post &waiting : m_posts) {
+        if (waiting.notification.identifier != notification.identifier)
+            continue;
+        waiting.notification = notification;
+        std::exchange(waiting.posted, std::move(posted))({});
+        return;
+    }
+    m_posts.append({notification, std::move(posted)});
+    advance();
+}
+
+void DBusNotificationCenter::onClick(std::function<void()> clicked)
+{
+    m_clicked = std::move(clicked);
+}
+
+void DBusNotificationCenter::advance()
+{
+    if (m_isBusy || (m_questions.isEmpty() && m_posts.isEmpty()))
+        return;
+    if (!m_connection || !m_connection->isConnected())
+        connectToBus();
+    else if (!m_capabilities)
+        askCapabilities();
+    else if (!m_questions.isEmpty())
+        answerQuestions(true, {});
+    else
+        show(m_posts.takeFirst());
+}
+
+void DBusNotificationCenter::connectToBus()
+{
+    m_isBusy = true;
+    m_connection.reset();
+    forgetDaemon();
+    m_bus.connect(m_patience, [this](const QDBusConnection &connection) {
+        QMetaObject::invokeMethod(
+            this,
+            [this, connection] {
+                m_isBusy = false;
+                m_connection = connection;
+                if (!connection.isConnected())
+                    return fail(QStringLiteral("there is no session bus that answers"));
+                followBus();
+                advance();
+            },
+            Qt::QueuedConnection);
+    });
+}
+
+void DBusNotificationCenter::followBus()
+{
+    // Without naming the senders: to learn who they are now Qt would wait for the bus.
+    m_connection->connect({}, QStringLiteral("/org/freedesktop/DBus"), QStringLiteral("org.freedesktop.DBus"),
+                          QStringLiteral("NameOwnerChanged"), {service}, QStringLiteral("sss"), this,
+                          SLOT(nameOwnerChanged()));
+    m_connection->connect({}, path, interface, QStringLiteral("ActivationToken"), this,
+                          SLOT(activationTokenCame(uint, QString)));
+    m_connection->connect({}, path, interface, QStringLiteral("ActionInvoked"), this,
+                          SLOT(actionInvoked(uint, QString)));
+}
+
+void DBusNotificationCenter::askCapabilities()
+{
+    call(methodCall(QStringLiteral("GetCapabilities")), [this](const QDBusMessage &answer) {
+        if (answer.type() == QDBusMessage::ErrorMessage)
+            return fail(errorText(answer));
+        m_capabilities = answer.arguments().value(0).toStringList();
+        advance();
+    });
+}
+
+void DBusNotificationCenter::show(const Post &post)
+{
+    call(notifyMessage(post.notification), [this, post](const QDBusMessage &answer) {
+        if (answer.type() == QDBusMessage::ErrorMessage) {
+            post.posted(errorText(answer));
+        } else {
+            m_ids.insert(post.notification.identifier, answer.arguments().value(0).toUInt());
+            if (m_capabilities && !m_capabilities->contains(QStringLiteral("sound")))
+                m_sounds.play(Sound::Notification);
+            post.posted({});
+        }
+        advance();
+    });
+}
+
+QDBusMessage DBusNotificationCenter::notifyMessage(const Notification &notification) const
+{
+    const bool readsMarkup = m_capabilities->contains(QStringLiteral("body-markup"));
+    QStringList actions;
+    if (m_capabilities->contains(QStringLiteral("actions")))
+        actions = {defaultAction, QStringLiteral("パネルを表示")};
+    constexpr uchar normalUrgency = 1;
+    constexpr int theDaemonsOwnTime = -1;
+    QDBusMessage message = methodCall(QStringLiteral("Notify"));
+    message << QStringLiteral("Wren Fold") << m_ids.value(notification.identifier) << desktopEntry
+            << notification.title << (readsMarkup ? notification.body.toHtmlEscaped() : notification.body)
+            << actions
+            << QVariantMap{{QStringLiteral("desktop-entry"), desktopEntry},
+                           {QStringLiteral("sound-name"), QStringLiteral("message-new-instant")},
+                           {QStringLiteral("urgency"), QVariant::fromValue(normalUrgency)}}
+            << theDaemonsOwnTime;
+    return message;
+}
+
+void DBusNotificationCenter::call(const QDBusMessage &message,
+                                  std::function<void(const QDBusMessage &answer)> answered)
+{
+    m_isBusy = true;
+    auto *watcher = new QDBusPendingCallWatcher(
+        m_connection->asyncCall(message, static_cast<int>(m_patience.count())), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this,
+            [this, watcher, answered = std::move(answered)] {
+                watcher->deleteLater();
+                m_isBusy = false;
+                answered(watcher->reply());
+            });
+}
+
+void DBusNotificationCenter::answerQuestions(bool isGranted, const Error &error)
+{
+    for (const auto &answered : std::exchange(m_questions, {}))
+        answered(isGranted, error);
+    advance();
+}
+
+void DBusNotificationCenter::fail(const QString &error)
+{
+    for (const Post &post : std::exchange(m_posts, {}))
+        post.posted(error);
+    answerQuestions(false, error);
+}
+
+void DBusNotificationCenter::forgetDaemon()
+{
+    m_capabilities.reset();
+    m_ids.clear();
+}
+
+void DBusNotificationCenter::nameOwnerChanged()
+{
+    forgetDaemon();
+}
+
+void DBusNotificationCenter::activationTokenCame(uint id, const QString &token)
+{
+    // Where Qt looks for the token when a window asks to be activated.
+    if (m_ids.values().contains(id))
+        qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
+}
+
+void DBusNotificationCenter::actionInvoked(uint id, const QString &action)
+{
+    if (m_clicked && action == defaultAction && m_ids.values().contains(id))
+        m_clicked();
+}
+
+} // namespace wrenfold
