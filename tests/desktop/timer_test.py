@@ -122,12 +122,13 @@ def main():
         session.wait_for(lambda: notification_count(session) == 1, "the notification of the end of the work phase")
         session.tool("dunstctl", "action", "0")
         panel = session.wait_window("Wren Fold")
+        session.tool("dunstctl", "close-all")
+        session.wait_for(lambda: notification_count(session) == 0, "dunst to take the notification away")
         drag_panel(session, panel)
         phase.expect_line("tick phase=shortBreak remaining=30s", 30)
         phase.expect_line("tick phase=shortBreak remaining=0s", 60)
         phase.expect_line("break complete", 61)
-        session.wait_for(lambda: "休憩終了" in session.tool("dunstctl", "history") or notification_count(session) >= 1,
-                         "the notification of the end of the break")
+        session.wait_for(lambda: notification_count(session) == 1, "the notification of the end of the break")
         program.terminate()
         session.wait_end(program)
 
