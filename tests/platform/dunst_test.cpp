@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/dbus_notification_center.h"
 #include "platform/none/no_sounds.h"
+#include "support/posted_notification.h"
 #include "support/private_bus.h"
 #include "support/test_case.h"
 
@@ -60,12 +61,10 @@ private Q_SLOTS:
         NoSounds sounds;
         DBusNotificationCenter center(sounds);
         const auto post = [&](const char *identifier, const char *body) {
-            std::optional<NotificationCenter::Error> answer;
-            center.post(
-                {QString::fromUtf8(identifier), QStringLiteral("🍅 作業完了"), QString::fromUtf8(body)},
-                [&](const NotificationCenter::Error &error) { answer = error; });
-            QTRY_VERIFY(answer);
-            QCOMPARE(*answer, NotificationCenter::Error());
+            const PostedNotification posted(center, {QString::fromUtf8(identifier),
+                                                     QStringLiteral("🍅 作業完了"), QString::fromUtf8(body)});
+            QTRY_VERIFY(posted.isAnswered());
+            QCOMPARE(posted.answers(), QStringList{QString()});
         };
         post("wrenfold.pomodoro.work-done", "「一」— 5分休憩に入ります");
         QTRY_COMPARE(shownCount(), 1);
