@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "app/debug_commands.h"
 
+#include "ai/ai_error.h"
+#include "ai/openrouter_task_sorter.h"
+#include "model/saved_state.h"
 #include "model/task_ordering.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
+#include <QFutureWatcher>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -51,6 +56,64 @@ int runDebugPreserveCompleted()
     return isPrinted && ordered.size() == 4 ? 0 : 1;
 }
 
+TaskList tasksTitled(const QStringList &titles)
+{
+    const Timestamp now = Timestamp::fromDateTime(QDateTime::currentDateTimeUtc());
+    TaskList tasks;
+    for (const QString &title : titles)
+        tasks.append(TaskItem::make(title, now));
+    return tasks;
+}
+
+/// Makes the request and prints what comes of it: the object, or what went wrong.
+int runRequest(const char *command,
+               const std::function<QFuture<QJsonObject>(OpenRouterTaskSorter &sorter)> &request)
+{
+    char name[] = "wrenfold";
+    char *arguments[] = {name, nullptr};
+    int count = 1;
+    const QCoreApplication application(count, arguments);
+    OpenRouterTaskSorter sorter(ServiceOrigin::fromEnvironment());
+    QFutureWatcher<QJsonObject> watcher;
+    QObject::connect(&watcher, &QFutureWatcherBase::finished, &application, &QCoreApplication::quit);
+    watcher.setFuture(request(sorter));
+    QCoreApplication::exec();
+    try {
+        return print(stdout, QJsonDocument(watcher.result()).toJson()) ? 0 : 1;
+    } catch (const AIError &error) {
+        print(stderr, QByteArray(command) + " failed: " + error.description().toUtf8() + '\n');
+        return 1;
+    }
+}
+
+int runDebugSort(const LaunchOptions &options)
+{
+    const TaskList tasks = tasksTitled(options.taskTitles);
+    return runRequest("debug sort", [&](OpenRouterTaskSorter &sorter) {
+        return sorter
+            .prioritizedTaskIDs(tasks, std::nullopt, options.mediumGoal, {}, SavedState::defaultModel())
+            .then([tasks](const QList<QUuid> &ids) {
+                QJsonArray titles;
+                for (const QUuid &id : ids) {
+                    if (const TaskItem *task = findTask(tasks, id))
+                        titles.append(task->title);
+                }
+                return QJsonObject{{QStringLiteral("ordered_tasks"), titles}};
+            });
+    });
+}
+
+int runDebugSplit(const LaunchOptions &options)
+{
+    const TaskItem task = tasksTitled(options.taskTitles).first();
+    return runRequest("debug split", [&](OpenRouterTaskSorter &sorter) {
+        return sorter.splitTask(task, options.mediumGoal, {}, SavedState::defaultModel())
+            .then([](const QStringList &titles) {
+                return QJsonObject{{QStringLiteral("subtasks"), QJsonArray::fromStringList(titles)}};
+            });
+    });
+}
+
 } // namespace
 
 std::optional<int> runDebugCommandIfNeeded(const LaunchOptions &options)
@@ -62,11 +125,9 @@ std::optional<int> runDebugCommandIfNeeded(const LaunchOptions &options)
     case LaunchOptions::Mode::DebugPreserveCompleted:
         return runDebugPreserveCompleted();
     case LaunchOptions::Mode::DebugSplit:
-        print(stderr, "debug split failed: this version makes no AI requests yet\n");
-        return 1;
+        return runDebugSplit(options);
     case LaunchOptions::Mode::DebugSort:
-        print(stderr, "debug sort failed: this version makes no AI requests yet\n");
-        return 1;
+        return runDebugSort(options);
     case LaunchOptions::Mode::Help:
     case LaunchOptions::Mode::Version:
     case LaunchOptions::Mode::Interactive:

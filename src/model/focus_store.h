@@ -9,11 +9,15 @@
 #include "model/timer_state.h"
 #include "platform/clock.h"
 
+#include <QFuture>
 #include <QSet>
+
+class QObject;
 
 namespace wrenfold {
 
 class AppNotifier;
+class OpenRouterTaskSorter;
 class Preferences;
 class Sounds;
 
@@ -36,6 +40,7 @@ public:
         Clock &clock;
         AppNotifier &notifier;
         Sounds &sounds;
+        OpenRouterTaskSorter &sorter;
     };
     struct Options
     {
@@ -161,6 +166,18 @@ public:
     void endTaskReorder();
     void cancelTaskReorder();
 
+    // --- AI: ai/focus_store_ai.cpp -------------------------------------------------------------------------
+    /// The service's order of the open top-level tasks. Fails with an AIError.
+    [[nodiscard]] QFuture<QList<QUuid>> proposePriorityOrderWithLLM();
+    /// Asks for an order and applies it; the status line tells how it went. Does nothing while one of these two runs.
+    void prioritizeTasksWithLLM();
+    /// The service's titles of subtasks, as they came. Fails with an AIError.
+    [[nodiscard]] QFuture<QStringList> proposeSubtasksWithLLM(const TaskItem &task);
+    void splitTaskWithLLM(const TaskItem &task); ///< As prioritizeTasksWithLLM().
+    /// What withSplit() makes of the list.
+    void insertSubtasks(const QStringList &titles, const QUuid &after);
+    void importOpenRouterKeyFromOnePassword(); ///< apiImportStatus tells how it goes.
+
 private:
     void load();
     void apply(const SavedState &state);
@@ -177,6 +194,8 @@ private:
     void changeFamily(const QUuid &id, Change change);
     [[nodiscard]] Timestamp now() const;
 
+    void addTopLevelTask(const QString &title, bool makeActive);
+
     void installTimer();
     void tick();
     void maybeFireSprintNudge();
@@ -186,10 +205,14 @@ private:
     void setUpPhase(PomodoroPhase phase);
     void followShorterDuration(PomodoroPhase phase);
 
+    void beginAIWork(const QString &status);
+    void endAIWork(const QString &status);
+
     Preferences &m_preferences;
     Clock &m_clock;
     AppNotifier &m_notifier;
     Sounds &m_sounds;
+    OpenRouterTaskSorter &m_sorter;
     const bool m_isPersistenceEnabled;
     bool m_isRestoringState = false;
     bool m_isSaveFailing = false;
@@ -201,6 +224,7 @@ private:
     std::unique_ptr<ScheduledCall> m_pendingUndoClearCall;
     QSet<qint64> m_firedSprintMilestones;   ///< In this work phase, by the seconds left.
     std::unique_ptr<ScheduledCall> m_timer; ///< Present exactly while the timer runs.
+    std::unique_ptr<QObject> m_aiOwner;     ///< Answers that come after it has gone reach nobody.
 };
 
 } // namespace wrenfold

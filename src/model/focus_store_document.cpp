@@ -4,6 +4,8 @@
 #include "model/task_list.h"
 #include "platform/preferences.h"
 
+#include <QObject>
+
 #include <algorithm>
 
 namespace wrenfold {
@@ -59,7 +61,9 @@ FocusStore::FocusStore(const Services &services, Options options)
     , m_clock(services.clock)
     , m_notifier(services.notifier)
     , m_sounds(services.sounds)
+    , m_sorter(services.sorter)
     , m_isPersistenceEnabled(options.loadSavedState)
+    , m_aiOwner(std::make_unique<QObject>())
 {
     if (m_isPersistenceEnabled)
         load();

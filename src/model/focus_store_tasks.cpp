@@ -16,8 +16,8 @@ void FocusStore::addTask(const QString &title, bool makeActive, std::optional<QU
     const QString trimmed = title.trimmed();
     if (trimmed.isEmpty())
         return;
-    const ChangeGroup::Scope scope(m_changes);
     if (const std::optional<QUuid> parent = parentID ? parentID : subtaskComposerParentID.value()) {
+        const ChangeGroup::Scope scope(m_changes);
         addSubtask(*parent, trimmed);
         endAddSubtask();
         if (DebugLog::isVerbose())
@@ -25,15 +25,23 @@ void FocusStore::addTask(const QString &title, bool makeActive, std::optional<QU
                 << QStringLiteral("added subtask under %1: %2").arg(uuidText(*parent), trimmed);
         return;
     }
+    addTopLevelTask(trimmed, makeActive);
+    if (autoSortAfterAdding.value())
+        prioritizeTasksWithLLM();
+}
+
+void FocusStore::addTopLevelTask(const QString &title, bool makeActive)
+{
+    const ChangeGroup::Scope scope(m_changes);
     registerTaskUndo(QStringLiteral("TODOを追加"));
-    const TaskItem task = TaskItem::make(trimmed, now());
+    const TaskItem task = TaskItem::make(title, now());
     setTasks(TaskList(tasks.value()) << task);
     if (makeActive || !activeTask())
         activeTaskID.set(task.id);
     if (DebugLog::isVerbose()) {
         qCDebug(DebugLog::store).noquote()
             << QStringLiteral("added task: %1 makeActive=%2")
-                   .arg(trimmed, makeActive ? QStringLiteral("true") : QStringLiteral("false"));
+                   .arg(title, makeActive ? QStringLiteral("true") : QStringLiteral("false"));
     }
 }
 

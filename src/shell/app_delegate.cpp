@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "shell/app_delegate.h"
 
+#include "app/debug_log.h"
+
 #include <QApplication>
 
 namespace wrenfold {
@@ -8,7 +10,8 @@ namespace wrenfold {
 AppDelegate::AppDelegate(Platform &platform)
     : m_platform(platform)
     , m_notifier(*platform.notificationCenter)
-    , m_store({*platform.preferences, *platform.clock, m_notifier, *platform.sounds},
+    , m_sorter(ServiceOrigin::fromEnvironment())
+    , m_store({*platform.preferences, *platform.clock, m_notifier, *platform.sounds, m_sorter},
               {.loadSavedState = true})
     , m_appMenu({
           .hidePanel = [this] { m_panelController.hide(); },
@@ -37,6 +40,8 @@ AppDelegate::~AppDelegate()
 
 void AppDelegate::applicationDidFinishLaunching()
 {
+    if (const std::optional<QString> error = ServiceOrigin::fromEnvironment().error)
+        qCWarning(DebugLog::app).noquote() << *error;
     m_notifier.requestPermissionIfNeeded();
     m_platform.notificationCenter->onClick([this] { showPanel(); });
     showPanel();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "ai/openrouter_task_sorter.h"
 #include "model/focus_store.h"
 #include "notify/app_notifier.h"
 #include "platform/platform.h"
@@ -25,6 +26,7 @@ private:
 
     Platform &m_platform;
     AppNotifier m_notifier;
+    OpenRouterTaskSorter m_sorter;
     FocusStore m_store;
     AppMenu m_appMenu;
     PanelController m_panelController;

@@ -47,6 +47,7 @@ FocusPanelView::FocusPanelView(FocusStore &store, Clock &clock, const Actions &a
                                  [this] { m_store.skipBreakToWork(); }},
                                 [this] { m_store.undo(); },
                                 [this] { m_store.redo(); },
+                                [this] { m_store.prioritizeTasksWithLLM(); },
                                 m_actions.hide},
                                this);
 
@@ -78,6 +79,9 @@ void FocusPanelView::subscribe()
     m_subscriptions.push_back(m_store.pendingUndo.onChange(statusLine));
     m_subscriptions.push_back(m_store.canUndo.watch([this](bool canUndo) { m_header->setCanUndo(canUndo); }));
     m_subscriptions.push_back(m_store.canRedo.watch([this](bool canRedo) { m_header->setCanRedo(canRedo); }));
+    m_subscriptions.push_back(m_store.isSortingTasks.onChange(rows));
+    m_subscriptions.push_back(
+        m_store.isSortingTasks.watch([this](bool isSorting) { m_header->setCanSort(!isSorting); }));
     m_subscriptions.push_back(m_store.tasks.watch(count));
     m_subscriptions.push_back(m_store.remainingSeconds.watch(timer));
     m_subscriptions.push_back(m_store.isTimerRunning.onChange(timer));
@@ -125,6 +129,7 @@ PanelRowWidget *FocusPanelView::makeRow(PanelRow::Kind kind, QWidget *parent)
              thenFlush([this](const TaskItem &task) { m_store.toggleExpanded(task); }),
              [this](const TaskItem &task, const QString &title) { m_store.updateTaskTitle(task, title); },
              [this](const TaskItem &task) { beginAddSubtask(task); },
+             thenFlush([this](const TaskItem &task) { m_store.splitTaskWithLLM(task); }),
              [this](const TaskItem &task, TaskQuadrant quadrant) { m_store.deferTask(task, quadrant); },
              deleteTask},
             parent);
@@ -210,9 +215,9 @@ void FocusPanelView::flushRowsUpdate()
 void FocusPanelView::updateRows()
 {
     const std::optional<QUuid> composerParentID = m_store.subtaskComposerParentID.value();
-    m_list->setRows(
-        panelRows({m_store.tasks.value(), m_store.activeTaskID.value(), composerParentID,
-                   m_store.isDeferredSectionExpanded.value(), m_store.isCompletedSectionExpanded.value()}));
+    m_list->setRows(panelRows({m_store.tasks.value(), m_store.activeTaskID.value(), composerParentID,
+                               m_store.isDeferredSectionExpanded.value(),
+                               m_store.isCompletedSectionExpanded.value(), m_store.isSortingTasks.value()}));
     if (composerParentID == m_shownComposerParentID && !composerParentID)
         return;
 

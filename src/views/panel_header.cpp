@@ -17,11 +17,14 @@ PanelHeader::PanelHeader(const Actions &actions, QWidget *parent)
     , m_completedToday(new CountBadge(QStringLiteral("今日完了したタスク数"), this))
     , m_undo(new IconButton(QStringLiteral("arrow.uturn.backward"), QStringLiteral("元に戻す（⌘Z）"), this))
     , m_redo(new IconButton(QStringLiteral("arrow.uturn.forward"), QStringLiteral("やり直す（⌘Y）"), this))
+    , m_sort(new IconButton(QStringLiteral("wand.and.stars"),
+                            QStringLiteral("AIで優先順に並べ替え（GOALが基準）"), this))
     , m_hide(new IconButton(QStringLiteral("xmark"), QStringLiteral("Wren Fold を隠す"), this))
 {
     setFixedHeight(Metrics::gripHeight + Metrics::headerHeight + Metrics::stripMargin + Metrics::stripHeight);
     connect(m_undo, &IconButton::clicked, this, actions.undo);
     connect(m_redo, &IconButton::clicked, this, actions.redo);
+    connect(m_sort, &IconButton::clicked, this, actions.sort);
     connect(m_hide, &IconButton::clicked, this, actions.hide);
 }
 
@@ -39,6 +42,11 @@ void PanelHeader::setCanUndo(bool canUndo)
 void PanelHeader::setCanRedo(bool canRedo)
 {
     m_redo->setEnabled(canRedo);
+}
+
+void PanelHeader::setCanSort(bool canSort)
+{
+    m_sort->setEnabled(canSort);
 }
 
 void PanelHeader::mousePressEvent(QMouseEvent *event)
@@ -73,7 +81,8 @@ void PanelHeader::placeChildren()
     };
     int left = place(m_completedToday, 0);
     left = place(m_undo, left);
-    place(m_redo, left);
+    left = place(m_redo, left);
+    place(m_sort, left);
     place(m_hide, width() - Metrics::iconButtonSize);
 }
 

@@ -19,6 +19,7 @@ public:
         TimerHeader::Actions timer;
         std::function<void()> undo;
         std::function<void()> redo;
+        std::function<void()> sort; ///< By AI.
         std::function<void()> hide;
     };
 
@@ -28,6 +29,7 @@ public:
     void setCompletedTodayCount(int count);
     void setCanUndo(bool canUndo);
     void setCanRedo(bool canRedo);
+    void setCanSort(bool canSort);
 
 protected:
     void mousePressEvent(QMouseEvent *event) override;
@@ -42,6 +44,7 @@ private:
     CountBadge *m_completedToday;
     IconButton *m_undo;
     IconButton *m_redo;
+    IconButton *m_sort;
     IconButton *m_hide;
     QPoint m_pressPosition;
 };

@@ -150,6 +150,7 @@ private:
         PanelRow &row = addRow(kind);
         row.task = task;
         row.isActive = kind == PanelRow::Kind::Task && m_input.activeTaskID == task.id;
+        row.canSplit = kind == PanelRow::Kind::Task && !m_input.isSortingTasks;
         return row;
     }
 

@@ -26,6 +26,7 @@ struct PanelRow
     int subtaskNumber = 0;   ///< Task that is a subtask: counted from 1 among the parent's.
     int subtaskTotal = 0;    ///< Task that is a subtask: how many the parent has.
     int childCount = 0;      ///< Task: how many subtasks it has. DeferredTask: how many wait with it.
+    bool canSplit = false;   ///< Task: no other AI work is under way.
     bool isExpanded = false; ///< Task: subtasks are shown. A header: its section is.
     int count = 0;           ///< A header: how many its section holds.
     QString title;           ///< EmptyState.
@@ -58,6 +59,7 @@ struct PanelRowsInput
     std::optional<QUuid> subtaskComposerParentID = {};
     bool isDeferredSectionExpanded = true;
     bool isCompletedSectionExpanded = false;
+    bool isSortingTasks = false; ///< AI work is under way.
 };
 
 /// The rows from top to bottom: open tasks with their subtasks, deferred tasks, completed tasks. A deferred

@@ -20,6 +20,12 @@ const QString &addSubtaskHelp()
     return text;
 }
 
+const QString &splitHelp()
+{
+    static const QString text = QStringLiteral("AIでサブタスクに分割");
+    return text;
+}
+
 const QString &deleteHelp()
 {
     static const QString text = QStringLiteral("削除（元に戻せます）");
@@ -103,7 +109,7 @@ void TaskRow::rowChanged(const PanelRow &previous)
         m_number->setVisible(row().isSubtask);
         m_number->setText(QStringLiteral("%1/%2").arg(row().subtaskNumber).arg(row().subtaskTotal));
     }
-    if (previous.identity() != row().identity())
+    if (previous.identity() != row().identity() || previous.canSplit != row().canSplit)
         engagementChanged();
     placeChildren();
 }
@@ -114,6 +120,8 @@ void TaskRow::engagementChanged()
         makeActionButtons();
     if (m_addSubtask) {
         m_addSubtask->setVisible(isEngaged());
+        m_split->setVisible(isEngaged());
+        m_split->setEnabled(row().canSplit);
         m_delete->setVisible(isEngaged());
     }
     placeChildren();
@@ -122,10 +130,12 @@ void TaskRow::engagementChanged()
 void TaskRow::makeActionButtons()
 {
     m_addSubtask = new IconButton(QStringLiteral("plus.rectangle.on.folder"), addSubtaskHelp(), this);
+    m_split = new IconButton(QStringLiteral("list.bullet.indent"), splitHelp(), this);
     m_delete = new IconButton(QStringLiteral("trash"), deleteHelp(), this);
-    for (IconButton *button : {m_addSubtask, m_delete})
+    for (IconButton *button : {m_addSubtask, m_split, m_delete})
         button->setFocusPolicy(Qt::NoFocus);
     connect(m_addSubtask, &IconButton::clicked, this, [this] { m_actions.addSubtask(row().task); });
+    connect(m_split, &IconButton::clicked, this, [this] { m_actions.splitTask(row().task); });
     connect(m_delete, &IconButton::clicked, this, [this] { m_actions.deleteTask(row().task); });
 }
 
@@ -150,7 +160,7 @@ void TaskRow::placeChildren()
         x += width + Metrics::rowSpacing;
     }
     m_pin->setVisible(row().isActive || (isEngaged() && !row().task.isDone));
-    const int right = placeTrailing({m_pin, m_delete, m_addSubtask});
+    const int right = placeTrailing({m_pin, m_delete, m_split, m_addSubtask});
     m_title->setGeometry(x, 0, right - Metrics::rowSpacing - x, height());
 }
 
@@ -202,6 +212,7 @@ void TaskRow::fillMenu(QMenu &menu)
             rename();
     });
     menu.addAction(QStringLiteral("サブタスクを追加"), [this, task] { m_actions.addSubtask(task); });
+    menu.addAction(splitHelp(), [this, task] { m_actions.splitTask(task); })->setEnabled(row().canSplit);
     if (!row().isSubtask) {
         QMenu *later = menu.addMenu(QStringLiteral("あとでやる"));
         addQuadrantEntries(*later, std::nullopt,

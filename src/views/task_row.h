@@ -31,6 +31,7 @@ public:
         std::function<void(const TaskItem &)> toggleExpanded;
         std::function<void(const TaskItem &, const QString &)> updateTitle;
         std::function<void(const TaskItem &)> addSubtask;
+        std::function<void(const TaskItem &)> splitTask;
         std::function<void(const TaskItem &, TaskQuadrant)> deferTask;
         std::function<void(const TaskItem &)> deleteTask;
     };
@@ -60,6 +61,7 @@ private:
     IconButton *m_pin;
     // Made when the row is first pointed at or focused: most rows never are.
     IconButton *m_addSubtask = nullptr;
+    IconButton *m_split = nullptr;
     IconButton *m_delete = nullptr;
 };
 

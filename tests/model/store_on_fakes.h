@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "ai/openrouter_task_sorter.h"
 #include "model/focus_store.h"
 #include "model/task_list.h"
 #include "notify/app_notifier.h"
@@ -61,20 +62,25 @@ struct StoreOnFakes
     FakeNotificationCenter notificationCenter;
     FakeSounds sounds;
     AppNotifier notifier{notificationCenter};
+    OpenRouterTaskSorter sorter; ///< Asks nobody, unless an origin is given.
     FocusStore store;
 
     /// A store that has loaded a document with this list, as an earlier run would have left it.
-    explicit StoreOnFakes(const TaskList &tasks, std::optional<QUuid> activeTaskID = std::nullopt)
-        : StoreOnFakes(documentWith(tasks, activeTaskID))
+    explicit StoreOnFakes(const TaskList &tasks, std::optional<QUuid> activeTaskID = std::nullopt,
+                          const ServiceOrigin &origin = noService())
+        : StoreOnFakes(documentWith(tasks, activeTaskID), origin)
     {
     }
 
     /// A store that has loaded this document.
-    explicit StoreOnFakes(const QByteArray &document)
+    explicit StoreOnFakes(const QByteArray &document, const ServiceOrigin &origin = noService())
         : preferences(preferencesWith(document))
-        , store({preferences, clock, notifier, sounds}, {})
+        , sorter(origin)
+        , store({preferences, clock, notifier, sounds, sorter}, {})
     {
     }
+
+    static ServiceOrigin noService() { return {{}, QStringLiteral("no service here")}; }
 
     static QByteArray documentWith(const TaskList &tasks, std::optional<QUuid> activeTaskID = std::nullopt)
     {

@@ -35,12 +35,13 @@ private:
         FakeSounds sounds;
         DBusNotificationCenter center{sounds};
         AppNotifier notifier{center};
+        OpenRouterTaskSorter sorter{StoreOnFakes::noService()};
         FocusStore store;
 
         Desk(const QString &busAddress, const TaskList &tasks, std::optional<QUuid> activeTaskID)
             : daemon(busAddress)
             , preferences(StoreOnFakes::preferencesWith(StoreOnFakes::documentWith(tasks, activeTaskID)))
-            , store({preferences, clock, notifier, sounds}, {})
+            , store({preferences, clock, notifier, sounds, sorter}, {})
         {
         }
 

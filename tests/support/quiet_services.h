@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "ai/openrouter_task_sorter.h"
 #include "model/focus_store.h"
 #include "notify/app_notifier.h"
 #include "platform/none/no_notification_center.h"
@@ -8,20 +9,21 @@
 
 namespace wrenfold {
 
-/// For a store whose timer matters to nobody: notifications and sounds that reach nobody.
+/// For a store whose timer and AI matter to nobody: notifications and sounds that reach nobody, and no service.
 class QuietServices
 {
 public:
     /// What the store works with, beside these. This object must outlive the store.
     [[nodiscard]] FocusStore::Services with(Preferences &preferences, Clock &clock)
     {
-        return {preferences, clock, m_notifier, m_sounds};
+        return {preferences, clock, m_notifier, m_sounds, m_sorter};
     }
 
 private:
     NoNotificationCenter m_center;
     AppNotifier m_notifier{m_center};
     NoSounds m_sounds;
+    OpenRouterTaskSorter m_sorter{ServiceOrigin{{}, QStringLiteral("no service here")}};
 };
 
 } // namespace wrenfold

@@ -53,7 +53,7 @@ private Q_SLOTS:
         panel.store.deleteTask(panel.fakes.task(b));
         QVERIFY(panel.show());
         QStringList stops;
-        for (int i = 0; i < 12; ++i) {
+        for (int i = 0; i < 13; ++i) {
             panel.press(Qt::Key_Tab);
             stops.append(panel.focused());
         }
@@ -67,6 +67,7 @@ private Q_SLOTS:
                                       QStringLiteral("ポモドーロを開始（25分）"),
                                       QStringLiteral("ポモドーロをリセット"),
                                       QStringLiteral("元に戻す（⌘Z）"),
+                                      QStringLiteral("AIで優先順に並べ替え（GOALが基準）"),
                                       QStringLiteral("Wren Fold を隠す"),
                                       composerName};
         QCOMPARE(stops, expected);

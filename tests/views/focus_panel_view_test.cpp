@@ -176,6 +176,31 @@ private Q_SLOTS:
         QCOMPARE(panel.calls, QStringList(QStringLiteral("hide")));
     }
 
+    void theSortButtonRestsWhileTheAIWorks()
+    {
+        PanelInWindow panel({madeTask(a), madeTask(b)});
+        QVERIFY(panel.show());
+        const QString help = QStringLiteral("AIで優先順に並べ替え（GOALが基準）");
+        QVERIFY(click(panel.window, help));
+        QVERIFY(!buttonNamed(panel.window, help)->isEnabled());
+        QVERIFY(labelSaying(panel.window, QStringLiteral("整列中...")));
+        QTRY_VERIFY(buttonNamed(panel.window, help)->isEnabled()); // There is no service.
+        QVERIFY(labelSaying(panel.window, QStringLiteral("整列できませんでした")));
+    }
+
+    void theSplitButtonOfARowSplitsItsTask()
+    {
+        PanelInWindow panel({madeTask(a)});
+        QVERIFY(panel.show());
+        const QString help = QStringLiteral("AIでサブタスクに分割");
+        enter(*panel.row(a));
+        QVERIFY(click(*panel.row(a), help));
+        QVERIFY(labelSaying(panel.window, QStringLiteral("分割中...")));
+        QVERIFY(!buttonNamed(*panel.row(a), help)->isEnabled());
+        QTRY_VERIFY(buttonNamed(*panel.row(a), help)->isEnabled());
+        QVERIFY(labelSaying(panel.window, QStringLiteral("分割できませんでした")));
+    }
+
     void theRightButtonBesideARowOpensTheApplicationsMenu()
     {
         PanelInWindow panel({madeTask(a)});

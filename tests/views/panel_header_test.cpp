@@ -23,6 +23,7 @@ struct HeaderInWindow
                                             [this] { calls.append(QStringLiteral("skip")); }},
                                            [this] { calls.append(QStringLiteral("undo")); },
                                            [this] { calls.append(QStringLiteral("redo")); },
+                                           [this] { calls.append(QStringLiteral("sort")); },
                                            [this] { calls.append(QStringLiteral("hide")); }},
                                           &window);
 
@@ -49,6 +50,17 @@ private Q_SLOTS:
             QTest::keyClick(buttonNamed(*shownHeader.header, help), Qt::Key_Space);
         }
         QCOMPARE(shownHeader.calls.join(QLatin1Char(',')), QStringLiteral("undo,undo,redo,redo,hide,hide"));
+    }
+
+    void sortingIsDisabledWhileItRuns()
+    {
+        HeaderInWindow shownHeader;
+        const QString sortHelp = QStringLiteral("AIで優先順に並べ替え（GOALが基準）");
+        QVERIFY(click(*shownHeader.header, sortHelp));
+        shownHeader.header->setCanSort(false);
+        QVERIFY(click(*shownHeader.header, sortHelp));
+        QCOMPARE(shownHeader.calls, QStringList(QStringLiteral("sort")));
+        QCOMPARE(shownToolTip(*buttonNamed(*shownHeader.header, sortHelp)), plainToolTip(sortHelp));
     }
 
     void theSymbolsAreTheirOwn()

@@ -16,6 +16,7 @@ const QString pinHelp = QStringLiteral("NOWにピン留め");
 const QString pinnedHelp = QStringLiteral("NOWにピン留め中");
 const QString titleHelp = QStringLiteral("クリックでNOWにピン留め");
 const QString addSubtaskHelp = QStringLiteral("サブタスクを手動追加");
+const QString splitHelp = QStringLiteral("AIでサブタスクに分割");
 const QString deleteHelp = QStringLiteral("削除（元に戻せます）");
 
 struct TaskRowInWindow : RowInWindow<TaskRow>
@@ -32,7 +33,7 @@ struct TaskRowInWindow : RowInWindow<TaskRow>
                          [this](const TaskItem &task, const QString &title) {
                              calls.append(QStringLiteral("rename %1 to %2").arg(task.title, title));
                          },
-                         note("subtask"),
+                         note("subtask"), note("split"),
                          [this](const TaskItem &task, TaskQuadrant quadrant) {
                              calls.append(QStringLiteral("defer %1 to %2").arg(task.title, label(quadrant)));
                          },
@@ -52,7 +53,9 @@ PanelRow rowOf(const QString &title)
 
 PanelRow task()
 {
-    return rowOf(QStringLiteral("a"));
+    PanelRow row = rowOf(QStringLiteral("a"));
+    row.canSplit = true;
+    return row;
 }
 
 PanelRow activeTask()
@@ -95,10 +98,11 @@ private Q_SLOTS:
         QVERIFY(click(*shownRow.row, pinHelp));
         QVERIFY(click(*shownRow.row, QStringLiteral("サブタスクを表示")));
         QVERIFY(click(*shownRow.row, addSubtaskHelp));
+        QVERIFY(click(*shownRow.row, splitHelp));
         QVERIFY(click(*shownRow.row, deleteHelp));
         QTest::mouseClick(labelSaying(*shownRow.row, QStringLiteral("a")), Qt::LeftButton);
         QCOMPARE(shownRow.calls.join(QLatin1Char(',')),
-                 QStringLiteral("done a,now a,fold a,subtask a,delete a,now a"));
+                 QStringLiteral("done a,now a,fold a,subtask a,split a,delete a,now a"));
     }
 
     void everyControlIsReachedByKey()
@@ -293,10 +297,12 @@ private Q_SLOTS:
         QVERIFY(shownRow.show(task()));
         QMenu *menu = openMenu(*shownRow.row, QContextMenuEvent::Keyboard);
         QVERIFY(menu);
-        QCOMPARE(menuTexts(*menu).join(QLatin1Char(',')),
-                 QStringLiteral("完了,NOWにピン留め,名前を変更,サブタスクを追加,あとでやる,緊急 × 重要,"
-                                "重要 × 緊急ではない,緊急 × 重要ではない,緊急でも重要でもない,-,"
-                                "削除（元に戻せます）"));
+        QCOMPARE(
+            menuTexts(*menu).join(QLatin1Char(',')),
+            QStringLiteral(
+                "完了,NOWにピン留め,名前を変更,サブタスクを追加,AIでサブタスクに分割,あとでやる,緊急 × 重要,"
+                "重要 × 緊急ではない,緊急 × 重要ではない,緊急でも重要でもない,-,"
+                "削除（元に戻せます）"));
         menu->close();
     }
 
@@ -304,13 +310,29 @@ private Q_SLOTS:
     {
         TaskRowInWindow shownRow;
         QVERIFY(shownRow.show(task()));
-        for (const char *entry :
-             {"完了", "NOWにピン留め", "サブタスクを追加", "重要 × 緊急ではない", "削除（元に戻せます）"})
+        for (const char *entry : {"完了", "NOWにピン留め", "サブタスクを追加", "AIでサブタスクに分割",
+                                  "重要 × 緊急ではない", "削除（元に戻せます）"})
             QVERIFY(chooseFromMenu(*shownRow.row, QString::fromUtf8(entry)));
         QCOMPARE(shownRow.calls.join(QLatin1Char(',')),
-                 QStringLiteral("done a,now a,subtask a,defer a to 重要 × 緊急ではない,delete a"));
+                 QStringLiteral("done a,now a,subtask a,split a,defer a to 重要 × 緊急ではない,delete a"));
         QVERIFY(chooseFromMenu(*shownRow.row, QStringLiteral("名前を変更")));
         QVERIFY(shownRow.field());
+    }
+
+    void whileTheAIWorksThereIsNothingToSplit()
+    {
+        TaskRowInWindow shownRow;
+        QVERIFY(shownRow.show(task()));
+        enter(*shownRow.row);
+        QVERIFY(buttonNamed(*shownRow.row, splitHelp)->isEnabled());
+        PanelRow busy = task();
+        busy.task = shownRow.row->row().task;
+        busy.canSplit = false;
+        shownRow.row->setRow(busy);
+        QVERIFY(!buttonNamed(*shownRow.row, splitHelp)->isEnabled());
+        QMenu *menu = openMenu(*shownRow.row);
+        QVERIFY(!menuEntry(*menu, splitHelp)->isEnabled());
+        menu->close();
     }
 
     void theMenuActsOnTheTaskItWasOpenedFor()

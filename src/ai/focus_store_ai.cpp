@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#include "ai/ai_answer.h"
+#include "ai/openrouter_api_key_provider.h"
+#include "ai/openrouter_task_sorter.h"
+#include "ai/subtask_insertion.h"
+#include "model/focus_store.h"
+
+namespace wrenfold {
+
+QFuture<QList<QUuid>> FocusStore::proposePriorityOrderWithLLM()
+{
+    TaskList open = topLevelTasks();
+    open.removeIf([](const TaskItem &task) { return !task.isOpen(); });
+    if (open.size() < 2)
+        return QtFuture::makeExceptionalFuture<QList<QUuid>>(AIError(OpenRouterSorterError::notEnoughTasks));
+    return m_sorter.prioritizedTaskIDs(open, activeTaskID.value(), mediumGoal.value(), apiKeyOverride.value(),
+                                       openRouterModel.value());
+}
+
+void FocusStore::prioritizeTasksWithLLM()
+{
+    if (isSortingTasks.value())
+        return;
+    beginAIWork(QStringLiteral("整列中..."));
+    onAnswer(
+        proposePriorityOrderWithLLM(), m_aiOwner.get(),
+        [this](const QList<QUuid> &ids) {
+            const ChangeGroup::Scope scope(m_changes);
+            applyPriorityOrder(ids);
+            endAIWork(QStringLiteral("優先順に整列しました"));
+        },
+        [this](const AIError &) { endAIWork(QStringLiteral("整列できませんでした")); });
+}
+
+QFuture<QStringList> FocusStore::proposeSubtasksWithLLM(const TaskItem &task)
+{
+    return m_sorter.splitTask(task, mediumGoal.value(), apiKeyOverride.value(), openRouterModel.value());
+}
+
+void FocusStore::splitTaskWithLLM(const TaskItem &task)
+{
+    if (isSortingTasks.value())
+        return;
+    beginAIWork(QStringLiteral("分割中..."));
+    onAnswer(
+        proposeSubtasksWithLLM(task), m_aiOwner.get(),
+        [this, id = task.id](const QStringList &titles) {
+            const ChangeGroup::Scope scope(m_changes);
+            insertSubtasks(titles, id);
+            endAIWork(QStringLiteral("サブタスクを追加しました"));
+        },
+        [this](const AIError &) { endAIWork(QStringLiteral("分割できませんでした")); });
+}
+
+void FocusStore::beginAIWork(const QString &status)
+{
+    const ChangeGroup::Scope scope(m_changes);
+    isSortingTasks.set(true);
+    setSortStatus(status);
+}
+
+void FocusStore::endAIWork(const QString &status)
+{
+    const ChangeGroup::Scope scope(m_changes);
+    flashStatus(status);
+    isSortingTasks.set(false);
+}
+
+void FocusStore::insertSubtasks(const QStringList &titles, const QUuid &after)
+{
+    const TaskList split = withSplit(tasks.value(), titles, after, now());
+    if (split == tasks.value())
+        return;
+    const ChangeGroup::Scope scope(m_changes);
+    registerTaskUndo(QStringLiteral("サブタスクを分割"));
+    setTasks(split);
+}
+
+void FocusStore::importOpenRouterKeyFromOnePassword()
+{
+    apiImportStatus.set(QStringLiteral("1Passwordから取得中..."));
+    onAnswer(
+        OpenRouterAPIKeyProvider::importFromOnePassword(m_aiOwner.get()), m_aiOwner.get(),
+        [this](const QString &key) {
+            const ChangeGroup::Scope scope(m_changes);
+            apiKeyOverride.set(key);
+            m_changes.requestSave();
+            apiImportStatus.set(QStringLiteral("OpenRouter APIキーを保存しました"));
+        },
+        [this](const AIError &) {
+            apiImportStatus.set(QStringLiteral("1Passwordから取得できませんでした"));
+        });
+}
+
+} // namespace wrenfold
