@@ -4,6 +4,8 @@
 #include <QApplication>
 #include <QLabel>
 #include <QScreen>
+#include <QTime>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace {
@@ -18,11 +20,13 @@ QLabel *label(const QString &text)
 } // namespace
 
 // What any program of this toolkit takes that shows a window of the panel's size, at the panel's place: with
-// nothing in it, with one line of Latin text (--line), or with the titles of 40 tasks (--rows).
+// nothing in it, with one line of Latin text (--line), with the titles of 40 tasks (--rows), or, at another place,
+// with the time painted anew each second (--clock).
 int main(int argc, char **argv)
 {
     const QApplication application(argc, argv);
     QWidget window;
+    window.setWindowTitle(QStringLiteral("Bare window"));
     window.resize(344, 500);
     auto *layout = new QVBoxLayout(&window);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -36,6 +40,16 @@ int main(int argc, char **argv)
     QRect frame = window.frameGeometry();
     frame.moveCenter(QGuiApplication::primaryScreen()->availableGeometry().center());
     window.move(frame.topLeft());
+    QTimer second;
+    if (QApplication::arguments().contains(QStringLiteral("--clock"))) {
+        auto *clock = label({});
+        layout->addWidget(clock);
+        second.setTimerType(Qt::PreciseTimer);
+        QObject::connect(&second, &QTimer::timeout, clock,
+                         [clock] { clock->setText(QTime::currentTime().toString()); });
+        second.start(1000);
+        window.move(0, 0);
+    }
     window.show();
     return QApplication::exec();
 }

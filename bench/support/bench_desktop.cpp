@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "support/bench_desktop.h"
 
+#include "model/focus_store.h"
+#include "support/sample_state.h"
+
 #include <QDeadlineTimer>
 #include <QDir>
+#include <QFile>
 
 #include <cstdlib>
 #include <memory>
@@ -25,11 +29,13 @@ BenchDesktop::~BenchDesktop()
 {
     if (m_connection)
         xcb_disconnect(m_connection);
-    m_server.terminate();
-    m_server.waitForFinished();
+    for (QProcess *process : {&m_windowManager, &m_server}) {
+        process->terminate();
+        process->waitForFinished();
+    }
 }
 
-QString BenchDesktop::start()
+QString BenchDesktop::start(int taskCount)
 {
     if (const QString error = m_bus.start(); !error.isEmpty())
         return error;
@@ -39,6 +45,8 @@ QString BenchDesktop::start()
     }
     QFile::setPermissions(m_home.filePath(QStringLiteral("runtime")),
                           QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    if (!saveTasks(taskCount))
+        return QStringLiteral("cannot save tasks");
     m_server.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     m_server.start(QStringLiteral("Xvfb"),
                    QStringLiteral("-displayfd 1 -nolisten tcp -noreset -br -screen 0 1280x800x24")
@@ -57,6 +65,21 @@ QString BenchDesktop::start()
     return isMiddleBlack() ? QString() : QStringLiteral("the screen is not black");
 }
 
+bool BenchDesktop::startWindowManager()
+{
+    m_windowManager.setProcessEnvironment(environment());
+    m_windowManager.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    m_windowManager.start(QStringLiteral("openbox"), {});
+    const QDeadlineTimer deadline(patience);
+    // It says that it is there before it is; the list of its windows comes last.
+    while (!tool(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("_NET_CLIENT_LIST")})
+                .contains(QLatin1String("window id"))) {
+        if (deadline.hasExpired())
+            return false;
+    }
+    return true;
+}
+
 QProcessEnvironment BenchDesktop::environment() const
 {
     QProcessEnvironment environment;
@@ -69,6 +92,24 @@ QProcessEnvironment BenchDesktop::environment() const
     environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_home.filePath(QStringLiteral("runtime")));
     environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), m_bus.address());
     return environment;
+}
+
+QString BenchDesktop::tool(const QString &name, const QStringList &arguments) const
+{
+    QProcess process;
+    process.setProcessEnvironment(environment());
+    process.start(name, arguments);
+    if (!process.waitForFinished(patience) || process.exitCode() != 0)
+        return {};
+    return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
+}
+
+bool BenchDesktop::saveTasks(int count) const
+{
+    const QString folder = configFolder() + QLatin1String("/Wrenfold/");
+    QFile file(folder + FocusStore::storageKey());
+    return QDir().mkpath(folder) && file.open(QIODevice::WriteOnly) &&
+           file.write(encodeSavedState(sampleState(count))) > 0;
 }
 
 bool BenchDesktop::waitForPicture()

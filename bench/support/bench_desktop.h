@@ -10,8 +10,7 @@
 
 namespace wrenfold {
 
-/// An X server, a session bus and an empty home of its own for the programs that are measured. Black, without
-/// a window manager.
+/// An X server, a session bus and a home of its own for the programs that are measured. Black.
 class BenchDesktop
 {
 public:
@@ -19,12 +18,17 @@ public:
     ~BenchDesktop();
     Q_DISABLE_COPY_MOVE(BenchDesktop)
 
-    /// The answer is empty or what went wrong.
-    [[nodiscard]] QString start();
+    /// Without a window manager, and with that many tasks saved for Wren Fold. The answer is empty or what went
+    /// wrong.
+    [[nodiscard]] QString start(int taskCount);
 
-    /// The folder for the programs' preferences.
-    [[nodiscard]] QString configFolder() const { return m_home.filePath(QStringLiteral("config")); }
+    /// False when openbox does not manage windows within ten seconds.
+    [[nodiscard]] bool startWindowManager();
+
     [[nodiscard]] QProcessEnvironment environment() const;
+
+    /// What a tool prints here, without the line break at its end; empty when it fails.
+    [[nodiscard]] QString tool(const QString &name, const QStringList &arguments) const;
 
     /// Waits until something is painted at the middle of the screen: for a window to be mapped, then for the
     /// pixel to change. False when that takes longer than ten seconds.
@@ -34,12 +38,15 @@ public:
     [[nodiscard]] bool waitForBlack();
 
 private:
+    [[nodiscard]] QString configFolder() const { return m_home.filePath(QStringLiteral("config")); }
+    [[nodiscard]] bool saveTasks(int count) const;
     [[nodiscard]] bool waitForMapping(int milliseconds);
     [[nodiscard]] bool isMiddleBlack();
 
     QTemporaryDir m_home;
     PrivateBus m_bus;
     QProcess m_server;
+    QProcess m_windowManager;
     QString m_display;
     xcb_connection_t *m_connection = nullptr;
 };

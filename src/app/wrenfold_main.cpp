@@ -82,7 +82,9 @@ int WrenfoldMain::main(int argc, char **argv)
         return print(LaunchOptions::help());
     if (options.mode == LaunchOptions::Mode::Version)
         return print(QStringLiteral("wrenfold " WRENFOLD_VERSION "\n"));
-    return runApplication(argc, argv, arguments);
+    const int status = runApplication(argc, argv, arguments);
+    endProcessIfHeldUp(status);
+    return status;
 }
 
 } // namespace wrenfold

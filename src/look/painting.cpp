@@ -95,7 +95,7 @@ void Painting::ring(QPainter &painter, const QRectF &rect, qreal fraction, const
     const QRectF circle(rect.center() - QPointF(Metrics::ringRadius, Metrics::ringRadius),
                         QSizeF(2 * Metrics::ringRadius, 2 * Metrics::ringRadius));
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(Theme::current().line, Metrics::ringWidth));
+    painter.setPen(QPen(Theme::current().ringTrack, Metrics::ringWidth));
     painter.drawEllipse(circle);
     if (fraction <= 0)
         return;

@@ -29,6 +29,9 @@ QColor mixed(const QColor &upper, float share, const QColor &lower)
 
 Theme withDerivedColors(Theme theme)
 {
+    // Opaque, because Qt blends curves that are not on threads of its own, and the timer would wake them each second.
+    theme.ringTrack = mixed(theme.line, theme.line.alphaF(), theme.background);
+    theme.ringHover = mixed(theme.hover, theme.hover.alphaF(), theme.background);
     theme.board = mixed(theme.accent, 0.06F, theme.background);
     theme.accentLine = withAlpha(theme.accent, 0.45F);
     theme.greenSoft = withAlpha(theme.green, 0.12F);

@@ -21,7 +21,9 @@ struct Theme
     QColor background; ///< The panel and the other windows.
     QColor board;      ///< The pane of the four quadrants.
     QColor card;       ///< The NOW card, the quadrants' cells, the assistant's messages.
-    QColor line;       ///< Hairlines and the unfilled part of the timer's ring.
+    QColor line;       ///< Hairlines.
+    QColor ringTrack;  ///< The unfilled part of the timer's ring: a hairline, opaque.
+    QColor ringHover;  ///< The ring's button under the pointer, opaque.
     QColor hover;      ///< A row under the pointer; also fields, chips and plain buttons.
     QColor accentSoft; ///< The active row, a switched-on icon, a proposal.
     QColor accentLine; ///< The outline of a proposal.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "model/change_group.h"
 
+#include <QtGlobal>
+
 #include <algorithm>
 #include <utility>
 
@@ -21,6 +23,12 @@ ChangeGroup::Scope::~Scope()
 {
     if (--m_group.m_depth == 0)
         m_group.commit();
+}
+
+void ChangeGroup::requestSave()
+{
+    Q_ASSERT(m_depth > 0);
+    m_isSaveRequested = true;
 }
 
 void ChangeGroup::commit()

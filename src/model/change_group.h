@@ -37,7 +37,7 @@ public:
     };
 
     /// Inside a scope: saves at its end in any case.
-    void requestSave() { m_isSaveRequested = true; }
+    void requestSave();
 
 private:
     friend class PublishedBase;

@@ -59,6 +59,7 @@ void FocusStore::tick()
 
 void FocusStore::pauseTimer()
 {
+    const ChangeGroup::Scope scope(m_changes);
     isTimerRunning.set(false);
     m_timer.reset();
     if (DebugLog::isVerbose())

@@ -18,8 +18,8 @@ struct Notification
     friend bool operator==(const Notification &, const Notification &) = default;
 };
 
-/// The desktop's notifications. Nothing here blocks: each question is answered once, on the main thread, at once or
-/// within a few seconds, unless this object goes before.
+/// The desktop's notifications. Nothing here blocks: each question is answered once, on the main thread, at once or a
+/// moment later (half a minute on a desktop that hangs), unless this object goes before. It must not go inside an answer.
 class NotificationCenter
 {
 public:

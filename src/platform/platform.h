@@ -25,8 +25,12 @@ struct Platform
 };
 
 /// To be called before the application object is made: keeps the toolkit from what would stop it for good. A session
-/// bus that takes connections and never answers is left out; the program then runs as without a bus.
+/// bus that takes connections and never answers is left out; what we do over it ourselves works once it answers.
 void prepareForApplication();
+
+/// To be called last, when everything has been saved and destroyed. Ends the process without more ado if a part of the
+/// desktop that hangs would hold up its orderly end; returns otherwise.
+void endProcessIfHeldUp(int status);
 
 /// The platform of this session. Needs the application object, from which it learns the window system.
 [[nodiscard]] Platform makePlatform();

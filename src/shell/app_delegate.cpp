@@ -30,6 +30,7 @@ AppDelegate::AppDelegate(Platform &platform)
 
 AppDelegate::~AppDelegate()
 {
+    m_platform.notificationCenter->onClick({});
     // A field that is still open commits when the focus leaves it.
     if (QWidget *focused = m_panelController.panel().focusWidget())
         focused->clearFocus();

@@ -38,6 +38,9 @@ void TimerHeader::setContent(const TimerHeaderContent &content)
     m_subtitle->setText(content.subtitle);
     if (content.isSkipVisible == m_skip->isVisibleTo(this))
         return;
+    // Not to the button beside it: the same key pressed once more would reset the timer.
+    if (m_skip->hasFocus())
+        m_ring->setFocus(Qt::TabFocusReason);
     m_skip->setVisible(content.isSkipVisible);
     placeChildren();
 }

@@ -20,15 +20,21 @@ QString inBrackets(const QString &text)
 QString subtitle(const TimerState &timer)
 {
     const QString length = minutesText(timer.phaseDurationMinutes());
-    if (timer.urgency() == TimerUrgency::lastMinute)
-        return QStringLiteral("あと1分 — 区切れるところまで");
-    if (timer.urgency() == TimerUrgency::lastFiveMinutes)
-        return QStringLiteral("あと5分 — NOWだけ見よう");
     if (timer.phase == PomodoroPhase::shortBreak)
         return timer.isRunning ? QStringLiteral("休憩中") + inBrackets(length)
                                : QStringLiteral("休憩 一時停止");
-    return timer.isRunning ? QStringLiteral("ポモドーロ実行中") + inBrackets(length)
-                           : length + QStringLiteral(" — 再生で開始");
+    // A paused phase says how it goes on, though its colour stays that of the last minutes.
+    if (!timer.isRunning)
+        return length + QStringLiteral(" — 再生で開始");
+    switch (timer.urgency()) {
+    case TimerUrgency::lastMinute:
+        return QStringLiteral("あと1分 — 区切れるところまで");
+    case TimerUrgency::lastFiveMinutes:
+        return QStringLiteral("あと5分 — NOWだけ見よう");
+    case TimerUrgency::normal:
+        break;
+    }
+    return QStringLiteral("ポモドーロ実行中") + inBrackets(length);
 }
 
 QString playHelp(const TimerState &timer)

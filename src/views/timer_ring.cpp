@@ -47,7 +47,7 @@ void TimerRing::paintEvent(QPaintEvent *)
     const Theme &theme = Theme::current();
     QPainter painter(this);
     if (isHovered() || isDown())
-        Painting::roundedCard(painter, rect(), width() / 2.0, {theme.hover, {}, {}});
+        Painting::roundedCard(painter, rect(), width() / 2.0, {theme.ringHover, {}, {}});
     Painting::ring(painter, rect(), m_fraction, theme.*m_color);
     if (showsFocus())
         Painting::focusRing(painter, rect(), width() / 2.0);

@@ -113,6 +113,19 @@ private Q_SLOTS:
         QTRY_COMPARE(desk.listed(), (Texts{{u("\u2615\uFE0F 休憩終了"), u("次のフォーカスを始めましょう")}}));
     }
 
+    void theOtherKindsOfNotificationArriveAsTheyAre()
+    {
+        Desk desk(m_bus.address(), {}, std::nullopt);
+        QVERIFY(desk.daemon.arrive());
+        const Notification arrival = {u("wrenfold.inbox.arrival"), u("\U0001F4E5 TODO候補が3件届きました"),
+                                      u("見積書の差し替えをお願いします")};
+        const Notification block = {u("wrenfold.guard.block"), u("Focus Guard"),
+                                    u("A & B_c <b>x</b> をブロックしました — NOW に戻りましょう")};
+        desk.notifier.notify(arrival);
+        desk.notifier.notify(block);
+        QTRY_COMPARE(desk.listed(), (Texts{{arrival.title, arrival.body}, {block.title, block.body}}));
+    }
+
     void twoFinishedWorkPhasesLeaveTheNewerNotification()
     {
         const TaskItem task = madeTask(u("一"));

@@ -99,6 +99,7 @@ private Q_SLOTS:
                  QStringLiteral("dev.tolvane.Wrenfold"));
         QCOMPARE(call.hints.value(QStringLiteral("sound-name")).toString(),
                  QStringLiteral("message-new-instant"));
+        QCOMPARE(call.hints.value(QStringLiteral("urgency")), QVariant::fromValue(uchar(1)));
         QCOMPARE(call.hints.value(QStringLiteral("urgency")).userType(), int(QMetaType::UChar));
         QCOMPARE(call.timeout, -1);
     }
@@ -209,10 +210,33 @@ private Q_SLOTS:
         QCOMPARE(desk.post(first), QString());
     }
 
+    void permissionIsThereOnceADaemonAnswers()
+    {
+        Desk desk;
+        QVERIFY(desk.setUp(700ms));
+        QStringList answers;
+        const auto ask = [&] {
+            desk.center->requestAuthorization([&](bool isGranted, const NotificationCenter::Error &error) {
+                answers << (isGranted ? QStringLiteral("granted") : QStringLiteral("refused")) +
+                               (error && !error->isEmpty() ? QStringLiteral(", error") : QString());
+            });
+        };
+        desk.daemon->leave();
+        ask();
+        QTRY_COMPARE(answers, QStringList{QStringLiteral("refused, error")});
+        QVERIFY(desk.daemon->arrive());
+        desk.daemon->setHanging(true);
+        ask();
+        QTRY_COMPARE(answers.mid(1), QStringList{QStringLiteral("refused, error")});
+        desk.daemon->setHanging(false);
+        ask();
+        QTRY_COMPARE(answers.mid(2), QStringList{QStringLiteral("granted")});
+    }
+
     void aDaemonThatHangsEndsInOneErrorAndIsAskedAgain()
     {
         Desk desk;
-        QVERIFY(desk.setUp(100ms));
+        QVERIFY(desk.setUp(700ms));
         desk.daemon->setHanging(true);
         QVERIFY(!desk.post(first).isEmpty());
         desk.daemon->setHanging(false);
@@ -251,7 +275,7 @@ private Q_SLOTS:
     void aBusThatHangsEndsInOneError()
     {
         Desk desk;
-        QVERIFY(desk.setUp(300ms));
+        QVERIFY(desk.setUp(700ms));
         ::kill(static_cast<pid_t>(desk.bus.processId()), SIGSTOP);
         const QString answer = desk.post(first);
         ::kill(static_cast<pid_t>(desk.bus.processId()), SIGCONT);
@@ -262,13 +286,32 @@ private Q_SLOTS:
     void aBusThatHangsLaterEndsInOneErrorToo()
     {
         Desk desk;
-        QVERIFY(desk.setUp(300ms));
+        QVERIFY(desk.setUp(700ms));
         QCOMPARE(desk.post(first), QString());
         ::kill(static_cast<pid_t>(desk.bus.processId()), SIGSTOP);
         const QString answer = desk.post(first);
         ::kill(static_cast<pid_t>(desk.bus.processId()), SIGCONT);
         QVERIFY(!answer.isEmpty());
         QCOMPARE(desk.post(first), QString());
+    }
+
+    void aBusThatEndsBeforeTheAnswerEndsInOneErrorEach()
+    {
+        Desk desk;
+        QVERIFY(desk.setUp());
+        QCOMPARE(desk.post(first), QString());
+        desk.daemon->setHanging(true);
+        const PostedNotification sent(*desk.center, first);
+        const PostedNotification waiting(*desk.center, second);
+        QTRY_COMPARE(desk.daemon->calls().size(), 2);
+        desk.bus.stop();
+        QTRY_VERIFY(sent.isAnswered() && waiting.isAnswered());
+        QCOMPARE(desk.bus.start(), QString());
+        desk.daemon->setHanging(false);
+        QVERIFY(desk.daemon->arrive());
+        QCOMPARE(desk.post(first), QString());
+        for (const QStringList &answers : {sent.answers(), waiting.answers()})
+            QVERIFY(answers.size() == 1 && !answers.first().isEmpty());
     }
 
     void aBusThatComesBackIsFoundAgain()
@@ -318,12 +361,15 @@ private Q_SLOTS:
         Desk desk;
         QVERIFY(desk.setUp());
         qunsetenv("XDG_ACTIVATION_TOKEN");
-        QByteArray token;
-        desk.center->onClick([&] { token = qgetenv("XDG_ACTIVATION_TOKEN"); });
+        QList<QByteArray> tokens; // One a click.
+        desk.center->onClick([&] { tokens << qgetenv("XDG_ACTIVATION_TOKEN"); });
         QCOMPARE(desk.post(first), QString());
-        desk.daemon->invoke(desk.daemon->calls().last().id, QStringLiteral("default"),
-                            QStringLiteral("token-1"));
-        QTRY_COMPARE(token, "token-1");
+        const uint id = desk.daemon->calls().last().id;
+        const auto click = QStringLiteral("default");
+        desk.daemon->invoke(id + 1, click, QStringLiteral("another program's"));
+        desk.daemon->invoke(id);
+        desk.daemon->invoke(id, click, QStringLiteral("token-1"));
+        QTRY_COMPARE(tokens, (QList<QByteArray>{"", "token-1"}));
         qunsetenv("XDG_ACTIVATION_TOKEN");
     }
 
@@ -334,13 +380,13 @@ private Q_SLOTS:
         const PostedNotification early(*desk.center, first);
         desk.center.reset();
         QVERIFY(!early.isAnswered());
-        desk.center.emplace(desk.sounds, 100ms);
+        desk.center.emplace(desk.sounds, 700ms);
         QCOMPARE(desk.post(first), QString());
         desk.daemon->setHanging(true);
         const PostedNotification late(*desk.center, second);
         QTRY_COMPARE(desk.daemon->calls().size(), 2);
         desk.center.reset();
-        desk.center.emplace(desk.sounds, 300ms);
+        desk.center.emplace(desk.sounds, 700ms);
         QVERIFY(!desk.post(first).isEmpty());
         QVERIFY(!late.isAnswered());
         QVERIFY(!early.isAnswered());

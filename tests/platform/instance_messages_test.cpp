@@ -4,6 +4,7 @@
 
 #include <QElapsedTimer>
 #include <QLocalServer>
+#include <QLocalSocket>
 
 #include <unistd.h>
 
@@ -54,6 +55,35 @@ private Q_SLOTS:
         second.signal(SIGTERM);
         QCOMPARE(second.nextLine(), "terminating");
         QCOMPARE(second.waitForEnd(), 0);
+    }
+
+    void aBusThatStopsInTheMiddleOfTheGreetingDoesNotHoldUpTheEnd()
+    {
+        QLocalServer bus;
+        QVERIFY(bus.listen(m_place->filePath(QStringLiteral("half-a-bus"))));
+        bool isGreeted = false;
+        connect(&bus, &QLocalServer::newConnection, &bus, [&] {
+            QLocalSocket *client = bus.nextPendingConnection();
+            connect(client, &QLocalSocket::readyRead, client, [client, &isGreeted] {
+                const QByteArray line = client->readAll();
+                if (line.contains("AUTH EXTERNAL"))
+                    client->write("OK 1234deadbeef1234deadbeef1234dead\r\n");
+                else if (line.contains("NEGOTIATE_UNIX_FD"))
+                    client->write("AGREE_UNIX_FD\r\n");
+                else if (line.contains("AUTH"))
+                    client->write("REJECTED EXTERNAL\r\n");
+                isGreeted = isGreeted || line.contains("BEGIN");
+            });
+        });
+        useBus(QStringLiteral("unix:path=") + bus.fullServerName());
+        ProgramUnderTest program = startListening();
+        QTRY_VERIFY(isGreeted);
+        QElapsedTimer time;
+        time.start();
+        program.signal(SIGTERM);
+        QCOMPARE(program.nextLine(), "terminating");
+        QCOMPARE(program.waitForEnd(), 0);
+        QVERIFY2(time.elapsed() < 5000, qPrintable(QString::number(time.elapsed())));
     }
 
     void withoutARuntimeFolderTheyMeetInAFolderOfTheUsersOwn()

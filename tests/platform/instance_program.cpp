@@ -3,6 +3,7 @@
 // its second the patience in milliseconds; it takes its commands from standard input, a line each, and
 // answers with a line.
 #include "platform/linux/linux_single_instance.h"
+#include "platform/platform.h"
 #include "platform/termination_signals.h"
 
 #include <QCoreApplication>
@@ -58,9 +59,7 @@ void obey(const std::string &command, SingleInstance &instance)
     }
 }
 
-} // namespace
-
-int main(int argc, char *argv[])
+int run(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
     const TerminationSignals terminationSignals([] {
@@ -79,4 +78,13 @@ int main(int argc, char *argv[])
             QCoreApplication::exit(2);
     });
     return QCoreApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const int status = run(argc, argv);
+    endProcessIfHeldUp(status);
+    return status;
 }

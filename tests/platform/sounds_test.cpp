@@ -53,7 +53,6 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("variable");
         QTest::addColumn<QByteArray>("value");
-        QTest::newRow("a driver that plays nowhere") << QByteArray("CANBERRA_DRIVER") << QByteArray("null");
         QTest::newRow("no such driver") << QByteArray("CANBERRA_DRIVER") << QByteArray("none-such");
         QTest::newRow("no device") << QByteArray("CANBERRA_DRIVER") << QByteArray("alsa");
         QTest::newRow("no theme") << QByteArray("XDG_DATA_DIRS") << QByteArray("/nowhere");
@@ -85,10 +84,12 @@ private Q_SLOTS:
         qputenv("HOME", home.path().toUtf8());
         qputenv("CANBERRA_DRIVER", "alsa");
 
-        CanberraSounds sounds;
-        sounds.play(Sound::Glass);
-        QTRY_VERIFY2(QFileInfo(file).size() > 0, "nothing was played");
-        qputenv("HOME", homeBefore);
+        {
+            CanberraSounds sounds;
+            sounds.play(Sound::Glass);
+            QTRY_VERIFY2(QFileInfo(file).size() > 0, "nothing was played");
+        }
+        qputenv("HOME", homeBefore); // Only now, as the sounds' thread may read the environment.
     }
 
     void aRunWithoutSoundsEndsAtOnce() { const CanberraSounds sounds; }

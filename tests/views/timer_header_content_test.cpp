@@ -35,11 +35,11 @@ private Q_SLOTS:
         addRow("work, paused", {work, false, 1104}, QStringLiteral("25分 — 再生で開始"), begin);
         addRow("work, last five minutes", {work, true, 300}, QStringLiteral("あと5分 — NOWだけ見よう"),
                pause);
-        addRow("work, paused in the last five", {work, false, 61}, QStringLiteral("あと5分 — NOWだけ見よう"),
+        addRow("work, paused in the last five", {work, false, 61}, QStringLiteral("25分 — 再生で開始"),
                begin);
         addRow("work, last minute", {work, true, 60}, QStringLiteral("あと1分 — 区切れるところまで"), pause);
-        addRow("work, paused in the last minute", {work, false, 1},
-               QStringLiteral("あと1分 — 区切れるところまで"), begin);
+        addRow("work, paused in the last minute", {work, false, 1}, QStringLiteral("25分 — 再生で開始"),
+               begin);
         addRow("work, at zero", {work, true, 0}, QStringLiteral("あと1分 — 区切れるところまで"), pause);
         addRow("work of a minute, idle", {work, false, 60, 1}, QStringLiteral("1分 — 再生で開始"),
                QStringLiteral("ポモドーロを開始（1分）"));

@@ -8,7 +8,9 @@
 #include <chrono>
 #include <condition_variable>
 #include <deque>
+#include <functional>
 #include <mutex>
+#include <utility>
 
 namespace wrenfold {
 
@@ -19,6 +21,7 @@ struct CanberraSounds::Queue
     std::mutex mutex;
     std::condition_variable changed;
     std::deque<Sound> waiting;
+    int playing = 0;
     bool isEnding = false;
     bool hasEnded = false;
 };
@@ -31,26 +34,51 @@ void keepQuiet(const char * /*file*/, int /*line*/, const char * /*function*/, i
 {
 }
 
-/// A way to the audio server. What fails leaves silence.
+/// A way to the audio server, open from a sound on until it is closed or a sound fails. What fails leaves silence.
 class Context
 {
 public:
-    Context() = default;
+    /// `soundEnded` is called on any thread, once for each sound that began to play.
+    explicit Context(std::function<void()> soundEnded)
+        : m_soundEnded(std::move(soundEnded))
+    {
+    }
     ~Context() { close(); }
     Context(const Context &) = delete;
     Context &operator=(const Context &) = delete;
+
+    [[nodiscard]] bool isOpen() const { return m_context; }
 
     void play(const char *eventName)
     {
         if (!m_context && !open())
             return;
-        const int error =
-            ca_context_play(m_context, 0, CA_PROP_EVENT_ID, eventName, CA_PROP_MEDIA_ROLE, "event", nullptr);
+        ca_proplist *properties = nullptr;
+        int error = ca_proplist_create(&properties);
+        if (error == CA_SUCCESS) {
+            ca_proplist_sets(properties, CA_PROP_EVENT_ID, eventName);
+            ca_proplist_sets(properties, CA_PROP_MEDIA_ROLE, "event");
+            error = ca_context_play_full(m_context, 0, properties, finish, this);
+            ca_proplist_destroy(properties);
+        }
         if (error != CA_SUCCESS)
             close(); // A device may be there the next time.
     }
 
+    /// Cuts off what still plays; after it no sound ends.
+    void close()
+    {
+        if (m_context)
+            ca_context_destroy(m_context);
+        m_context = nullptr;
+    }
+
 private:
+    static void finish(ca_context *, uint32_t, int, void *context)
+    {
+        static_cast<Context *>(context)->m_soundEnded();
+    }
+
     bool open()
     {
         if (ca_context_create(&m_context) != CA_SUCCESS) {
@@ -62,13 +90,7 @@ private:
         return true;
     }
 
-    void close()
-    {
-        if (m_context)
-            ca_context_destroy(m_context);
-        m_context = nullptr;
-    }
-
+    std::function<void()> m_soundEnded;
     ca_context *m_context = nullptr;
 };
 
@@ -111,17 +133,33 @@ void CanberraSounds::play(Sound sound)
 void CanberraSounds::playAll(Queue &queue)
 {
     {
-        Context context;
+        Context context([&queue] {
+            const std::scoped_lock lock(queue.mutex);
+            --queue.playing;
+            queue.changed.notify_all();
+        });
         std::unique_lock lock(queue.mutex);
         while (true) {
-            queue.changed.wait(lock, [&] { return queue.isEnding || !queue.waiting.empty(); });
-            if (queue.waiting.empty())
+            queue.changed.wait(lock, [&] {
+                return queue.isEnding || !queue.waiting.empty() || (context.isOpen() && queue.playing <= 0);
+            });
+            if (!queue.waiting.empty()) {
+                const Sound sound = queue.waiting.front();
+                queue.waiting.pop_front();
+                ++queue.playing;
+                lock.unlock();
+                context.play(eventName(sound));
+                lock.lock();
+            } else if (queue.isEnding) {
                 break;
-            const Sound sound = queue.waiting.front();
-            queue.waiting.pop_front();
-            lock.unlock();
-            context.play(eventName(sound));
-            lock.lock();
+            } else {
+                // Left open, it would wake this program at the sounds of all others.
+                lock.unlock();
+                context.close();
+                lock.lock();
+            }
+            if (!context.isOpen())
+                queue.playing = 0;
         }
         lock.unlock(); // Closing the context may take as long as anything here.
     }

@@ -3,6 +3,7 @@
 
 #include "platform/sounds.h"
 
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 
@@ -14,6 +15,7 @@ namespace {
 const auto service = QStringLiteral("org.freedesktop.Notifications");
 const auto path = QStringLiteral("/org/freedesktop/Notifications");
 const auto interface = QStringLiteral("org.freedesktop.Notifications");
+const auto busService = QStringLiteral("org.freedesktop.DBus");
 const auto desktopEntry = QStringLiteral("dev.tolvane.Wrenfold");
 const auto defaultAction = QStringLiteral("default"); ///< What a click on the notification itself invokes.
 
@@ -97,14 +99,14 @@ void DBusNotificationCenter::connectToBus()
 
 void DBusNotificationCenter::followBus()
 {
-    // Without naming the senders: to learn who they are now Qt would wait for the bus.
-    m_connection->connect({}, QStringLiteral("/org/freedesktop/DBus"), QStringLiteral("org.freedesktop.DBus"),
+    // Without naming the senders, whom Qt would wait for the bus to learn of; they are told apart when a signal comes.
+    m_connection->connect({}, QStringLiteral("/org/freedesktop/DBus"), busService,
                           QStringLiteral("NameOwnerChanged"), {service}, QStringLiteral("sss"), this,
-                          SLOT(nameOwnerChanged()));
+                          SLOT(nameOwnerChanged(QDBusMessage)));
     m_connection->connect({}, path, interface, QStringLiteral("ActivationToken"), this,
-                          SLOT(activationTokenCame(uint, QString)));
+                          SLOT(activationTokenCame(QDBusMessage)));
     m_connection->connect({}, path, interface, QStringLiteral("ActionInvoked"), this,
-                          SLOT(actionInvoked(uint, QString)));
+                          SLOT(actionInvoked(QDBusMessage)));
 }
 
 void DBusNotificationCenter::askCapabilities()
@@ -122,7 +124,11 @@ void DBusNotificationCenter::show(const Post &post)
     call(notifyMessage(post.notification), [this, post](const QDBusMessage &answer) {
         if (answer.type() == QDBusMessage::ErrorMessage) {
             post.posted(errorText(answer));
+            // Who waits behind a daemon that hangs need not wait as long again.
+            if (QDBusError(answer).type() == QDBusError::NoReply)
+                return fail(errorText(answer));
         } else {
+            m_daemon = answer.service();
             m_ids.insert(post.notification.identifier, answer.arguments().value(0).toUInt());
             if (m_capabilities && !m_capabilities->contains(QStringLiteral("sound")))
                 m_sounds.play(Sound::Notification);
@@ -183,24 +189,35 @@ void DBusNotificationCenter::forgetDaemon()
 {
     m_capabilities.reset();
     m_ids.clear();
+    m_daemon.clear();
 }
 
-void DBusNotificationCenter::nameOwnerChanged()
+bool DBusNotificationCenter::isOurs(const QDBusMessage &signal) const
 {
-    forgetDaemon();
+    return signal.service() == m_daemon && m_ids.values().contains(signal.arguments().value(0).toUInt());
 }
 
-void DBusNotificationCenter::activationTokenCame(uint id, const QString &token)
+void DBusNotificationCenter::nameOwnerChanged(const QDBusMessage &signal)
 {
+    if (signal.service() == busService)
+        forgetDaemon();
+}
+
+void DBusNotificationCenter::activationTokenCame(const QDBusMessage &signal)
+{
+    if (isOurs(signal))
+        m_activationToken = signal.arguments().value(1).toString().toUtf8();
+}
+
+void DBusNotificationCenter::actionInvoked(const QDBusMessage &signal)
+{
+    if (!m_clicked || !isOurs(signal) || signal.arguments().value(1).toString() != defaultAction)
+        return;
     // Where Qt looks for the token when a window asks to be activated.
-    if (m_ids.values().contains(id))
-        qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
-}
-
-void DBusNotificationCenter::actionInvoked(uint id, const QString &action)
-{
-    if (m_clicked && action == defaultAction && m_ids.values().contains(id))
-        m_clicked();
+    if (!m_activationToken.isEmpty())
+        qputenv("XDG_ACTIVATION_TOKEN", std::exchange(m_activationToken, {}));
+    m_clicked();
+    qunsetenv("XDG_ACTIVATION_TOKEN"); // Good for one activation, and no business of child processes.
 }
 
 } // namespace wrenfold

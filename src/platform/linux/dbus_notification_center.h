@@ -40,9 +40,9 @@ public:
 
 private Q_SLOTS:
     // Called by the bus.
-    void nameOwnerChanged();
-    void activationTokenCame(uint id, const QString &token);
-    void actionInvoked(uint id, const QString &action);
+    void nameOwnerChanged(const QDBusMessage &signal);
+    void activationTokenCame(const QDBusMessage &signal);
+    void actionInvoked(const QDBusMessage &signal);
 
 private:
     struct Post
@@ -65,6 +65,8 @@ private:
     /// Everything that waits ends in this error.
     void fail(const QString &error);
     void forgetDaemon();
+    /// Whether a signal of the daemon's is about one of our notifications.
+    [[nodiscard]] bool isOurs(const QDBusMessage &signal) const;
 
     Sounds &m_sounds;
     const std::chrono::milliseconds m_patience;
@@ -75,6 +77,8 @@ private:
     std::optional<QDBusConnection> m_connection;
     std::optional<QStringList> m_capabilities; ///< Of the daemon that is there now, once it has told them.
     QHash<QString, uint> m_ids;                ///< That daemon's numbers for our identifiers.
+    QString m_daemon;                          ///< Its unique name on the bus, once it has shown something.
+    QByteArray m_activationToken;              ///< For the click that follows it.
     SessionBus m_bus;                          ///< Last: its thread uses the rest.
 };
 

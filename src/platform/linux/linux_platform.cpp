@@ -3,6 +3,7 @@
 #include "platform/linux/dbus_notification_center.h"
 #include "platform/linux/file_preferences.h"
 #include "platform/linux/linux_single_instance.h"
+#include "platform/linux/session_bus.h"
 #include "platform/linux/session_bus_probe.h"
 #include "platform/linux/x11_panel_window.h"
 #include "platform/none/no_panel_window.h"
@@ -10,6 +11,8 @@
 #include "platform/system_clock.h"
 
 #include <QGuiApplication>
+
+#include <cstdlib>
 
 namespace wrenfold {
 namespace {
@@ -26,8 +29,13 @@ std::unique_ptr<PanelWindow> makePanelWindow()
 void prepareForApplication()
 {
     constexpr std::chrono::milliseconds patience{500};
-    if (sessionBusHangs(patience))
-        qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
+    leaveOutHungSessionBus(patience);
+}
+
+void endProcessIfHeldUp(int status)
+{
+    if (SessionBus::isThreadLeftBehind())
+        std::_Exit(status);
 }
 
 Platform makePlatform()

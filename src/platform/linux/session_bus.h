@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <thread>
 
 namespace wrenfold {
@@ -16,17 +17,25 @@ class SessionBus
 {
 public:
     SessionBus();
-    /// Ends the connection. Waits for a quarter of a second at most.
+    /// Ends the connection. Waits for half a second at most: then the thread is left behind.
     ~SessionBus();
     SessionBus(const SessionBus &) = delete;
     SessionBus &operator=(const SessionBus &) = delete;
 
     /// Connects, anew if there was a connection before, and calls `done` on the thread, once, with a connection that is
-    /// not connected if there is no bus or it still hung after `patience`. Not to be called again before that.
+    /// not connected if there is no bus or it still hung after `patience`. A bus that stops answering in the middle of
+    /// the greeting takes half a minute. Not to be called again before `done`, which is not called any more once this
+    /// object has gone.
     void connect(std::chrono::milliseconds patience, std::function<void(const QDBusConnection &)> done);
 
+    /// Whether a thread was left behind in this process. Qt's own end would wait for it, and then crash.
+    [[nodiscard]] static bool isThreadLeftBehind();
+
 private:
+    struct Attempt;
+
     const QString m_connectionName;
+    std::shared_ptr<Attempt> m_attempt; ///< The thread's too. Null before the first one.
     std::jthread m_thread;
 };
 

@@ -18,6 +18,9 @@ namespace {
 /// part of the protocol.
 constexpr char question[] = "\0AUTH\r\n";
 
+/// Written before there is a second thread.
+QByteArray leftOutAddress;
+
 bool connectTo(int descriptor, const QByteArray &name)
 {
     sockaddr_un address = {};
@@ -54,9 +57,25 @@ std::optional<QByteArray> busSocketName(const QByteArray &address, const QByteAr
     return std::nullopt;
 }
 
+void leaveOutHungSessionBus(std::chrono::milliseconds patience)
+{
+    if (!sessionBusHangs(patience))
+        return;
+    const QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+    leftOutAddress = address.isEmpty() ? "unix:path=" + qgetenv("XDG_RUNTIME_DIR") + "/bus" : address;
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
+}
+
+std::optional<QString> leftOutSessionBus()
+{
+    return leftOutAddress.isEmpty() ? std::nullopt : std::optional(QString::fromUtf8(leftOutAddress));
+}
+
 bool sessionBusHangs(std::chrono::milliseconds patience)
 {
-    const auto name = busSocketName(qgetenv("DBUS_SESSION_BUS_ADDRESS"), qgetenv("XDG_RUNTIME_DIR"));
+    const QByteArray address =
+        leftOutAddress.isEmpty() ? qgetenv("DBUS_SESSION_BUS_ADDRESS") : leftOutAddress;
+    const auto name = busSocketName(address, qgetenv("XDG_RUNTIME_DIR"));
     if (!name)
         return false;
     const int descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);

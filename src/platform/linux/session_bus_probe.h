@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 
 #include <chrono>
 #include <optional>
@@ -14,6 +15,13 @@ namespace wrenfold {
 /// object; blocks for less than a millisecond when the bus is well, and no longer than `patience`. May be
 /// called on any thread.
 [[nodiscard]] bool sessionBusHangs(std::chrono::milliseconds patience);
+
+/// Keeps Qt, and libraries under it, from a session bus that hangs now: for them there is none in this process. To be
+/// called before they look for it.
+void leaveOutHungSessionBus(std::chrono::milliseconds patience);
+
+/// The address of the bus that was left out, which may answer later; none if none was.
+[[nodiscard]] std::optional<QString> leftOutSessionBus();
 
 /// The name of the socket that a bus address leads to, with a zero byte in front if it is an abstract one. Of
 /// a list of addresses the first counts. Nothing if it is no local socket.

@@ -1,0 +1,204 @@
+// SPDX-License-Identifier: MIT
+#include "support/bench_desktop.h"
+#include "support/budget.h"
+#include "support/running_program.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QElapsedTimer>
+#include <QPoint>
+
+#include <array>
+#include <benchmark/benchmark.h>
+#include <functional>
+#include <optional>
+
+namespace {
+
+using namespace wrenfold;
+
+BenchDesktop *desktop = nullptr; ///< Lives as long as main().
+
+const QString panelTitle = QStringLiteral("Wren Fold");
+const QString otherTitle = QStringLiteral("Bare window");
+constexpr QPoint playButton(33, 37);   ///< In the panel.
+constexpr QPoint closeButton(319, 77); ///< In the panel.
+
+template<typename Condition>
+bool waitFor(Condition condition)
+{
+    const QDeadlineTimer deadline(10'000);
+    while (!condition()) {
+        if (deadline.hasExpired())
+            return false;
+        letPass(50);
+    }
+    return true;
+}
+
+QString pointerTool(const QString &arguments)
+{
+    return desktop->tool(QStringLiteral("xdotool"), arguments.split(QLatin1Char(' ')));
+}
+
+/// The visible window with this title; empty when there is none.
+QString windowTitled(const QString &title)
+{
+    return desktop->tool(QStringLiteral("xdotool"),
+                         {QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--name"),
+                          QLatin1Char('^') + title + QLatin1Char('$')});
+}
+
+void click(const QString &window, const QPoint &point)
+{
+    static_cast<void>(pointerTool(QStringLiteral("mousemove --sync --window %1 %2 %3 click 1")
+                                      .arg(window, QString::number(point.x()), QString::number(point.y()))));
+}
+
+/// Gives the keyboard and the pointer to the other window, so that nobody touches the panel.
+bool turnToOtherWindow()
+{
+    const QString other = windowTitled(otherTitle);
+    click(other, {170, 300});
+    return waitFor([&] { return pointerTool(QStringLiteral("getwindowfocus")) == other; });
+}
+
+bool hidePanel()
+{
+    click(windowTitled(panelTitle), closeButton);
+    return waitFor([] { return windowTitled(panelTitle).isEmpty(); }) && turnToOtherWindow();
+}
+
+/// Starts the program again, which shows the panel of the one that runs.
+bool showPanel()
+{
+    const RunningProgram again(*desktop, QStringLiteral("wrenfold"), {});
+    return waitFor([] { return !windowTitled(panelTitle).isEmpty(); });
+}
+
+/// Waits until nothing moves any more that what came before has set off: the toolkit's font cache looks after
+/// itself 10 and 20 seconds after it was filled, then every five minutes, and its pool's threads end after 30.
+void settle()
+{
+    letPass(35'000);
+}
+
+bool startTimer(RunningProgram &panel)
+{
+    click(windowTitled(panelTitle), playButton);
+    return waitFor([&] { return panel.hasSaid("start phase=work"); });
+}
+
+/// What a program does in a second.
+struct Rate
+{
+    double wakeups = 0;
+    double processorPercent = 0; ///< Of one core.
+};
+
+/// Counts from its making on.
+class Measurement
+{
+public:
+    explicit Measurement(const RunningProgram &program)
+        : m_program(program)
+        , m_threads(program.threads())
+        , m_sleeps(program.sleeps())
+        , m_processor(program.processorMilliseconds())
+    {
+        m_time.start();
+    }
+
+    /// Nothing when a thread has begun or ended meanwhile, or the program has: the figures would be wrong.
+    [[nodiscard]] std::optional<Rate> rate() const
+    {
+        const double milliseconds = double(m_time.nsecsElapsed()) / 1e6;
+        const Rate result = {(m_program.sleeps() - m_sleeps) * 1000 / milliseconds,
+                             (m_program.processorMilliseconds() - m_processor) * 100 / milliseconds};
+        return m_threads.isEmpty() || m_program.threads() != m_threads ? std::nullopt : std::optional(result);
+    }
+
+private:
+    const RunningProgram &m_program;
+    QStringList m_threads;
+    double m_sleeps;
+    double m_processor;
+    QElapsedTimer m_time;
+};
+
+/// Puts the figures into the table; false when there are none.
+bool note(benchmark::State &state, const std::string &name, const Measurement &measurement)
+{
+    const auto rate = measurement.rate();
+    if (!rate)
+        return false;
+    state.counters[name] = rate->wakeups;
+    state.counters[name + "Processor"] = rate->processorPercent;
+    return true;
+}
+
+/// One panel through four states, beside a window that paints a label anew each second and has the keyboard.
+void wakeups(benchmark::State &state)
+{
+    const RunningProgram other(*desktop, QStringLiteral("bare_window"), {QStringLiteral("--clock")});
+    RunningProgram panel(*desktop, QStringLiteral("wrenfold"), {});
+    const auto windowsAreThere = [] {
+        return !windowTitled(panelTitle).isEmpty() && !windowTitled(otherTitle).isEmpty();
+    };
+    struct Step
+    {
+        std::string name;
+        int seconds;
+        std::function<bool()> reach;
+    };
+    const std::array steps = {
+        Step{"idleShown", 20, [&] { return waitFor(windowsAreThere) && turnToOtherWindow(); }},
+        Step{"idleHidden", 20, hidePanel},
+        Step{"runningShown", 60, [&] { return showPanel() && startTimer(panel) && turnToOtherWindow(); }},
+        Step{"runningHidden", 30, hidePanel},
+    };
+    for (auto _ : state) {
+        for (const Step &step : steps) {
+            if (!step.reach())
+                return state.SkipWithError((step.name + " could not be reached").c_str());
+            settle();
+            const Measurement ofPanel(panel);
+            const Measurement ofOther(other);
+            letPass(step.seconds * 1000);
+            if (!note(state, step.name, ofPanel) || !note(state, step.name + "Other", ofOther))
+                return state.SkipWithError((step.name + ": threads have begun or ended").c_str());
+        }
+    }
+}
+BENCHMARK(wakeups)->Iterations(1);
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    BenchDesktop benchDesktop;
+    desktop = &benchDesktop;
+    if (const QString error = benchDesktop.start(50);
+        !error.isEmpty() || !benchDesktop.startWindowManager()) {
+        std::fprintf(stderr, "no desktop: %s\n", qPrintable(error));
+        return 1;
+    }
+    const auto line = [](const char *what, const char *unit, const char *counter,
+                         std::optional<double> atMost) {
+        return Budget{what, unit, "wakeups", "", counter, atMost};
+    };
+    return measureBudgets(
+        argc, argv,
+        {
+            line("wake-ups, timer stopped, panel shown, another window focused", "/s", "idleShown", 0),
+            line("  hidden", "/s", "idleHidden", 0),
+            line("wake-ups, timer running, panel shown, another window focused", "/s", "runningShown", 3.5),
+            line("  hidden", "/s", "runningHidden", 1.2),
+            line("  bare window that paints a label anew each second", "/s", "runningShownOther", {}),
+            line("processor, timer running, panel shown", "%", "runningShownProcessor", 0.2),
+            line("  hidden", "%", "runningHiddenProcessor", {}),
+            line("  bare window that paints a label anew each second", "%", "runningShownOtherProcessor", {}),
+        },
+        1);
+}
