@@ -134,6 +134,14 @@ class Session:
         expect(path.exists(), f"no picture was taken for {path}")
         return path
 
+    def pixels(self, window, x, y, width, height):
+        """The colours of a part of the window as it is seen, as bytes to compare."""
+        left, top, _, _ = self.geometry(window)
+        path = self.folder / "pixels.rgb"
+        self.tool("import", "-silent", "-window", "root", "-crop", f"{width}x{height}+{left + x}+{top + y}", "-depth", "8",
+                  f"rgb:{path}")
+        return path.read_bytes()
+
     def colour_count(self, picture):
         return int(self.tool("identify", "-format", "%k", str(picture)))
 
