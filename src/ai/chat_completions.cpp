@@ -98,8 +98,8 @@ QByteArray ChatCompletionRequest::toJson() const
     return QJsonDocument(object).toJson(QJsonDocument::Compact);
 }
 
-ChatCompletionRequest priorityRequest(const TaskList &tasks, const std::optional<QUuid> &activeTaskID,
-                                      const QString &mediumGoal, const QString &model)
+ChatCompletionRequest makePriorityRequest(const TaskList &tasks, const std::optional<QUuid> &activeTaskID,
+                                          const QString &mediumGoal, const QString &model)
 {
     QStringList lines;
     for (const TaskItem &task : tasks)
@@ -118,7 +118,7 @@ ChatCompletionRequest priorityRequest(const TaskList &tasks, const std::optional
     return request(model, onlyJson, prompt, 0.1);
 }
 
-ChatCompletionRequest splitRequest(const TaskItem &task, const QString &mediumGoal, const QString &model)
+ChatCompletionRequest makeSplitRequest(const TaskItem &task, const QString &mediumGoal, const QString &model)
 {
     const QString prompt =
         QStringLiteral("Split this TODO into 3 to 6 concrete subtasks for an ADHD-friendly task list.\n"
@@ -129,8 +129,8 @@ ChatCompletionRequest splitRequest(const TaskItem &task, const QString &mediumGo
     return request(model, onlyJson, prompt, 0.2);
 }
 
-ChatCompletionRequest chatRequest(const QString &prompt, const TaskList &tasks, const QString &mediumGoal,
-                                  const QString &model)
+ChatCompletionRequest makeChatRequest(const QString &prompt, const TaskList &tasks, const QString &mediumGoal,
+                                      const QString &model)
 {
     QStringList lines;
     for (const TaskItem &task : tasks)

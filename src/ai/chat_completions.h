@@ -36,15 +36,15 @@ struct ChatCompletionRequest
 };
 
 /// Asks for the tasks' identifiers, the most important first.
-[[nodiscard]] ChatCompletionRequest priorityRequest(const TaskList &tasks,
-                                                    const std::optional<QUuid> &activeTaskID,
-                                                    const QString &mediumGoal, const QString &model);
+[[nodiscard]] ChatCompletionRequest makePriorityRequest(const TaskList &tasks,
+                                                        const std::optional<QUuid> &activeTaskID,
+                                                        const QString &mediumGoal, const QString &model);
 /// Asks for three to six subtasks.
-[[nodiscard]] ChatCompletionRequest splitRequest(const TaskItem &task, const QString &mediumGoal,
-                                                 const QString &model);
+[[nodiscard]] ChatCompletionRequest makeSplitRequest(const TaskItem &task, const QString &mediumGoal,
+                                                     const QString &model);
 /// Asks anything, with the open tasks as context.
-[[nodiscard]] ChatCompletionRequest chatRequest(const QString &prompt, const TaskList &tasks,
-                                                const QString &mediumGoal, const QString &model);
+[[nodiscard]] ChatCompletionRequest makeChatRequest(const QString &prompt, const TaskList &tasks,
+                                                    const QString &mediumGoal, const QString &model);
 
 // What follows reads answers, and throws AIError for what it cannot read.
 
@@ -55,11 +55,11 @@ struct ChatCompletionRequest
 /// there are none.
 [[nodiscard]] QByteArray extractedObject(const QString &content);
 
-/// The answer to a priorityRequest(); what is no identifier is left out. May name tasks twice, and ones that were
+/// The answer to a makePriorityRequest(); what is no identifier is left out. May name tasks twice, and ones that were
 /// not sent.
 [[nodiscard]] QList<QUuid> orderedIDs(const QString &content);
 
-/// The answer to a splitRequest(), as it came.
+/// The answer to a makeSplitRequest(), as it came.
 [[nodiscard]] QStringList splitTitles(const QString &content);
 
 } // namespace wrenfold

@@ -24,13 +24,21 @@ QFuture<QList<QUuid>> OpenRouterTaskSorter::prioritizedTaskIDs(const TaskList &t
                                                                const QString &apiKeyOverride,
                                                                const QString &model)
 {
-    return ask(apiKeyOverride, priorityRequest(tasks, activeTaskID, mediumGoal, model), orderedIDs);
+    return ask(apiKeyOverride, makePriorityRequest(tasks, activeTaskID, mediumGoal, model), orderedIDs);
 }
 
 QFuture<QStringList> OpenRouterTaskSorter::splitTask(const TaskItem &task, const QString &mediumGoal,
                                                      const QString &apiKeyOverride, const QString &model)
 {
-    return ask(apiKeyOverride, splitRequest(task, mediumGoal, model), splitTitles);
+    return ask(apiKeyOverride, makeSplitRequest(task, mediumGoal, model), splitTitles);
+}
+
+QFuture<QString> OpenRouterTaskSorter::chat(const QString &prompt, const TaskList &tasks,
+                                            const QString &mediumGoal, const QString &apiKeyOverride,
+                                            const QString &model)
+{
+    return ask(apiKeyOverride, makeChatRequest(prompt, tasks, mediumGoal, model),
+               [](const QString &content) { return content.trimmed(); });
 }
 
 template<typename Read>

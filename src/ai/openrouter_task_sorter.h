@@ -27,6 +27,10 @@ public:
     /// Titles of subtasks, as they came.
     [[nodiscard]] QFuture<QStringList> splitTask(const TaskItem &task, const QString &mediumGoal,
                                                  const QString &apiKeyOverride, const QString &model);
+    /// The answer to a question about the tasks, trimmed; it may be empty.
+    [[nodiscard]] QFuture<QString> chat(const QString &prompt, const TaskList &tasks,
+                                        const QString &mediumGoal, const QString &apiKeyOverride,
+                                        const QString &model);
 
 private:
     /// Sends the request and hands on the text of the answer.

@@ -79,8 +79,8 @@ private Q_SLOTS:
     {
         const TaskItem first = task(firstID, QStringLiteral("\"quoted\"\nline 🍅"));
         const TaskItem second = task(secondID, QStringLiteral("資料を読む"));
-        const QJsonObject body = bodyOf(priorityRequest({first, second}, second.id, QStringLiteral(" goal "),
-                                                        QStringLiteral("some/model")));
+        const QJsonObject body = bodyOf(makePriorityRequest(
+            {first, second}, second.id, QStringLiteral(" goal "), QStringLiteral("some/model")));
         expectCommonMembers(body, QStringLiteral("Return compact JSON only. No markdown."), 0.1);
         QCOMPARE(body.value(QStringLiteral("model")).toString(), QStringLiteral("some/model"));
         QCOMPARE(text(body, 1, "content"),
@@ -96,7 +96,7 @@ private Q_SLOTS:
 
     void withNoActiveTaskAndNoGoalThePriorityPromptSaysNotSet()
     {
-        const QJsonObject body = bodyOf(priorityRequest({}, std::nullopt, {}, QStringLiteral("m")));
+        const QJsonObject body = bodyOf(makePriorityRequest({}, std::nullopt, {}, QStringLiteral("m")));
         QVERIFY(text(body, 1, "content")
                     .endsWith(QStringLiteral("\n\nMedium-term goal: not set\nCurrent NOW task id: not "
                                              "set\n\nTODOs:\n")));
@@ -108,16 +108,17 @@ private Q_SLOTS:
             return bodyOf(request).value(QStringLiteral("model")).toString();
         };
         const auto standard = QStringLiteral("~anthropic/claude-sonnet-latest");
-        QCOMPARE(modelOf(priorityRequest({}, std::nullopt, {}, {})), standard);
-        QCOMPARE(modelOf(splitRequest(task(firstID, {}), {}, {})), standard);
-        QCOMPARE(modelOf(chatRequest({}, {}, {}, {})), standard);
-        QCOMPARE(modelOf(chatRequest({}, {}, {}, QStringLiteral(" "))), QStringLiteral(" "));
+        QCOMPARE(modelOf(makePriorityRequest({}, std::nullopt, {}, {})), standard);
+        QCOMPARE(modelOf(makeSplitRequest(task(firstID, {}), {}, {})), standard);
+        QCOMPARE(modelOf(makeChatRequest({}, {}, {}, {})), standard);
+        QCOMPARE(modelOf(makeChatRequest({}, {}, {}, QStringLiteral(" "))), QStringLiteral(" "));
     }
 
     void aSplitRequestHasTheTaskAndTheGoal()
     {
-        const QJsonObject body = bodyOf(splitRequest(task(firstID, QStringLiteral("A & B_c <b>x</b>\n二行")),
-                                                     QStringLiteral("今週の軸"), QStringLiteral("m")));
+        const QJsonObject body =
+            bodyOf(makeSplitRequest(task(firstID, QStringLiteral("A & B_c <b>x</b>\n二行")),
+                                    QStringLiteral("今週の軸"), QStringLiteral("m")));
         expectCommonMembers(body, QStringLiteral("Return compact JSON only. No markdown."), 0.2);
         QCOMPARE(text(body, 1, "content"),
                  QStringLiteral(
@@ -125,16 +126,16 @@ private Q_SLOTS:
                      "only JSON in this exact shape: {\"subtasks\":[\"subtask 1\",\"subtask 2\"]}.\nKeep "
                      "each subtask short and actionable.\n\nMedium-term goal: 今週の軸\nTODO: A & B_c "
                      "<b>x</b>\n二行"));
-        QVERIFY(text(bodyOf(splitRequest(task(firstID, QStringLiteral("t")), {}, {})), 1, "content")
+        QVERIFY(text(bodyOf(makeSplitRequest(task(firstID, QStringLiteral("t")), {}, {})), 1, "content")
                     .endsWith(QStringLiteral("\n\nMedium-term goal: not set\nTODO: t")));
     }
 
     void aChatRequestHasTheQuestionTheGoalAndTheTitles()
     {
-        const QJsonObject body =
-            bodyOf(chatRequest(QStringLiteral("次は？"),
-                               {task(firstID, QStringLiteral("一")), task(secondID, QStringLiteral("二"))},
-                               QStringLiteral("goal"), QStringLiteral("m")));
+        const QJsonObject body = bodyOf(
+            makeChatRequest(QStringLiteral("次は？"),
+                            {task(firstID, QStringLiteral("一")), task(secondID, QStringLiteral("二"))},
+                            QStringLiteral("goal"), QStringLiteral("m")));
         expectCommonMembers(
             body,
             QStringLiteral("You are an ADHD-friendly TODO copilot. Reply in concise Japanese. Prefer "
@@ -144,13 +145,14 @@ private Q_SLOTS:
         QCOMPARE(
             text(body, 1, "content"),
             QStringLiteral("User request:\n次は？\n\nMedium-term goal:\ngoal\n\nOpen TODOs:\n- 一\n- 二"));
-        QVERIFY(!QString::fromUtf8(chatRequest({}, {task(firstID, {})}, {}, {}).toJson()).contains(firstID));
+        QVERIFY(
+            !QString::fromUtf8(makeChatRequest({}, {task(firstID, {})}, {}, {}).toJson()).contains(firstID));
         QCOMPARE(
-            text(bodyOf(chatRequest({}, {}, {}, {})), 1, "content"),
+            text(bodyOf(makeChatRequest({}, {}, {}, {})), 1, "content"),
             QStringLiteral("User request:\n\n\nMedium-term goal:\nnot set\n\nOpen TODOs:\nNo open TODOs."));
     }
 
-    void theBodyIsCompact() { QVERIFY(!chatRequest({}, {}, {}, {}).toJson().contains('\n')); }
+    void theBodyIsCompact() { QVERIFY(!makeChatRequest({}, {}, {}, {}).toJson().contains('\n')); }
 
     void theFirstChoiceIsTheAnswer()
     {

@@ -109,7 +109,7 @@ private Q_SLOTS:
         desk.store().prioritizeTasksWithLLM();
         QVERIFY(desk.waitForRequest());
         QCOMPARE(desk.server.requests().first().body,
-                 priorityRequest({a, b}, b.id, u("goal"), u("model")).toJson());
+                 makePriorityRequest({a, b}, b.id, u("goal"), u("model")).toJson());
         QVERIFY(desk.answerIds({}));
     }
 
@@ -232,7 +232,7 @@ private Q_SLOTS:
         QCOMPARE(desk.status(), u("分割中..."));
         QVERIFY(desk.waitForRequest());
         QCOMPARE(desk.server.requests().first().body,
-                 splitRequest(a, {}, SavedState::defaultModel()).toJson());
+                 makeSplitRequest(a, {}, SavedState::defaultModel()).toJson());
         QVERIFY(desk.answerTitles({u("1"), u(" 2 ")}));
         QCOMPARE(desk.titles(), u("a 1 2 b"));
         QVERIFY(!desk.fakes->task(u("a")).isExpanded);

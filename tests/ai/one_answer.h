@@ -12,6 +12,10 @@ inline QStringList inWords(const QStringList &strings)
 {
     return strings;
 }
+inline QStringList inWords(const QString &text)
+{
+    return {text};
+}
 inline QStringList inWords(const QList<QUuid> &ids)
 {
     return {QString::number(ids.size())};

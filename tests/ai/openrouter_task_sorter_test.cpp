@@ -53,7 +53,7 @@ private Q_SLOTS:
         QCOMPARE(request.headers.value("content-type"), QByteArray("application/json"));
         QCOMPARE(request.headers.value("x-openrouter-title"), QByteArray("Wrenfold"));
         QCOMPARE(request.body,
-                 priorityRequest({task}, task.id, QStringLiteral("goal"), QStringLiteral("m")).toJson());
+                 makePriorityRequest({task}, task.id, QStringLiteral("goal"), QStringLiteral("m")).toJson());
     }
 
     void aSplitIsOnePostWithItsBody()
@@ -65,7 +65,23 @@ private Q_SLOTS:
         const QStringList answer = oneAnswer(sorter.splitTask(task, {}, key, {}));
         QCOMPARE(answer, (QStringList{QStringLiteral(" a "), QString(), QStringLiteral("b")}));
         QCOMPARE(server.requests().size(), 1);
-        QCOMPARE(server.requests().first().body, splitRequest(task, {}, {}).toJson());
+        QCOMPARE(server.requests().first().body, makeSplitRequest(task, {}, {}).toJson());
+    }
+
+    void aQuestionIsOnePostAndItsAnswerIsTrimmed()
+    {
+        HttpServer server;
+        OpenRouterTaskSorter sorter({server.origin(), {}});
+        const TaskItem task = madeTask(QStringLiteral("\"一\"\n🍅"));
+        server.setAnswer(HttpServer::completion(QStringLiteral(" \nまず{これ}を。\n")));
+        QCOMPARE(oneAnswer(sorter.chat(QStringLiteral("次は？"), {task}, {}, key, {})),
+                 QStringList{QStringLiteral("まず{これ}を。")});
+        QCOMPARE(server.requests().size(), 1);
+        QCOMPARE(server.requests().first().path, QByteArray("/api/v1/chat/completions"));
+        QCOMPARE(server.requests().first().body,
+                 makeChatRequest(QStringLiteral("次は？"), {task}, {}, {}).toJson());
+        server.setAnswer(HttpServer::completion(QStringLiteral(" \n")));
+        QCOMPARE(oneAnswer(sorter.chat({}, {}, {}, key, {})), QStringList{QString()});
     }
 
     void identifiersComeInTheServicesOrder()
