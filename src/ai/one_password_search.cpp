@@ -13,7 +13,7 @@ namespace wrenfold {
 QFuture<QString> OnePasswordSearch::start(QObject *owner)
 {
     auto *search = new OnePasswordSearch(owner);
-    search->readNextReference();
+    search->readOnePassword();
     return search->m_promise.future();
 }
 
@@ -51,23 +51,24 @@ void OnePasswordSearch::end(const QByteArray &output)
     done(output);
 }
 
-void OnePasswordSearch::readNextReference()
+void OnePasswordSearch::readOnePassword()
 {
     if (m_references.isEmpty())
-        return listItems();
-    run({QStringLiteral("read"), m_references.takeFirst()}, [this](const QByteArray &output) {
+        return readOpenRouterItemFromOnePassword();
+    runOnePassword({QStringLiteral("read"), m_references.takeFirst()}, [this](const QByteArray &output) {
         QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
         const QString key = QString(decoder.decode(output)).trimmed();
         if (decoder.hasError() || key.isEmpty())
-            readNextReference();
+            readOnePassword();
         else
             finish(key);
     });
 }
 
-void OnePasswordSearch::listItems()
+void OnePasswordSearch::readOpenRouterItemFromOnePassword()
 {
-    run({QStringLiteral("item"), QStringLiteral("list"), QStringLiteral("--format"), QStringLiteral("json")},
+    runOnePassword(
+        {QStringLiteral("item"), QStringLiteral("list"), QStringLiteral("--format"), QStringLiteral("json")},
         [this](const QByteArray &output) {
             m_items = OnePasswordItems::candidates(output);
             readNextItem();
@@ -78,14 +79,14 @@ void OnePasswordSearch::readNextItem()
 {
     if (m_items.isEmpty())
         return fail();
-    run({QStringLiteral("item"), QStringLiteral("get"), m_items.takeFirst(), QStringLiteral("--format"),
-         QStringLiteral("json"), QStringLiteral("--reveal")},
-        [this](const QByteArray &output) {
-            if (const QString key = OnePasswordItems::keyIn(output); !key.isEmpty())
-                finish(key);
-            else
-                readNextItem();
-        });
+    runOnePassword({QStringLiteral("item"), QStringLiteral("get"), m_items.takeFirst(),
+                    QStringLiteral("--format"), QStringLiteral("json"), QStringLiteral("--reveal")},
+                   [this](const QByteArray &output) {
+                       if (const QString key = OnePasswordItems::keyIn(output); !key.isEmpty())
+                           finish(key);
+                       else
+                           readNextItem();
+                   });
 }
 
 void OnePasswordSearch::finish(const QString &key)
@@ -102,7 +103,8 @@ void OnePasswordSearch::fail()
     deleteLater();
 }
 
-void OnePasswordSearch::run(const QStringList &arguments, std::function<void(const QByteArray &output)> done)
+void OnePasswordSearch::runOnePassword(const QStringList &arguments,
+                                       std::function<void(const QByteArray &output)> done)
 {
     m_done = std::move(done);
     // By `env`, so that the tool is found on the user's path.

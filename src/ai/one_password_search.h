@@ -26,14 +26,14 @@ public:
 private:
     explicit OnePasswordSearch(QObject *owner);
 
-    void readNextReference();
-    void listItems();
+    void readOnePassword();
+    void readOpenRouterItemFromOnePassword();
     void readNextItem();
     void finish(const QString &key);
     void fail();
 
     /// Runs `op` and calls `done` with its standard output, or null bytes if it did not run or failed.
-    void run(const QStringList &arguments, std::function<void(const QByteArray &output)> done);
+    void runOnePassword(const QStringList &arguments, std::function<void(const QByteArray &output)> done);
     void end(const QByteArray &output);
 
     QProcess m_process;

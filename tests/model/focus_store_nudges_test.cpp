@@ -14,15 +14,6 @@ QString u(const char *text)
     return QString::fromUtf8(text);
 }
 
-/// The identifiers of what was posted since the last call, oldest first.
-QStringList takeIdentifiers(StoreOnFakes &s)
-{
-    QStringList identifiers;
-    for (const Notification &notification : s.notificationCenter.take())
-        identifiers << notification.identifier;
-    return identifiers;
-}
-
 } // namespace
 
 /// The nudges towards the end of a work phase.
@@ -37,24 +28,24 @@ private Q_SLOTS:
         s.store.setActive(s.task(u("資料を読む")));
         s.store.startPomodoro();
         s.clock.advance(1199s);
-        QCOMPARE(takeIdentifiers(s), QStringList());
+        QCOMPARE(s.notificationCenter.takeIdentifiers(), QStringList());
         QCOMPARE(s.sounds.take(), QList<Sound>());
         s.clock.advance(1s);
         QCOMPARE(s.store.remainingSeconds.value(), 300);
         QCOMPARE(s.store.sortStatus.value(), u("あと5分 — 「資料を読む」— 仕上げるなら今。"));
-        QCOMPARE(takeIdentifiers(s), QStringList{u("wrenfold.sprint.300")});
+        QCOMPARE(s.notificationCenter.takeIdentifiers(), QStringList{u("wrenfold.sprint.300")});
         QCOMPARE(s.sounds.take(), QList<Sound>{Sound::Tink});
         s.clock.advance(239s);
-        QCOMPARE(takeIdentifiers(s), QStringList());
+        QCOMPARE(s.notificationCenter.takeIdentifiers(), QStringList());
         s.clock.advance(1s);
         QCOMPARE(s.store.remainingSeconds.value(), 60);
         QCOMPARE(s.store.sortStatus.value(),
                  u("あと1分 — クローズできるところまで。できなくてもOK、区切ろう。"));
-        QCOMPARE(takeIdentifiers(s), QStringList{u("wrenfold.sprint.60")});
+        QCOMPARE(s.notificationCenter.takeIdentifiers(), QStringList{u("wrenfold.sprint.60")});
         QCOMPARE(s.sounds.take(), QList<Sound>{Sound::Tink});
         s.clock.advance(60s);
         QCOMPARE(s.store.remainingSeconds.value(), 0);
-        QCOMPARE(takeIdentifiers(s), QStringList());
+        QCOMPARE(s.notificationCenter.takeIdentifiers(), QStringList());
         QCOMPARE(s.sounds.take(), QList<Sound>());
     }
 
@@ -71,13 +62,13 @@ private Q_SLOTS:
         StoreOnFakes s(TaskList{});
         s.store.startPomodoro();
         s.clock.advance(1200s);
-        QCOMPARE(takeIdentifiers(s), QStringList{u("wrenfold.sprint.300")});
+        QCOMPARE(s.notificationCenter.takeIdentifiers(), QStringList{u("wrenfold.sprint.300")});
         s.store.pauseTimer();
         s.clock.advance(1h);
         QCOMPARE(s.store.remainingSeconds.value(), 300);
         s.store.startPomodoro();
         s.clock.advance(240s);
-        QCOMPARE(takeIdentifiers(s), QStringList{u("wrenfold.sprint.60")});
+        QCOMPARE(s.notificationCenter.takeIdentifiers(), QStringList{u("wrenfold.sprint.60")});
     }
 
     void theNextWorkPhaseHasItsOwnNudges()
@@ -89,7 +80,8 @@ private Q_SLOTS:
         (void)s.notificationCenter.take();
         s.store.startPomodoro();
         s.clock.advance(1500s);
-        QCOMPARE(takeIdentifiers(s), (QStringList{u("wrenfold.sprint.300"), u("wrenfold.sprint.60")}));
+        QCOMPARE(s.notificationCenter.takeIdentifiers(),
+                 (QStringList{u("wrenfold.sprint.300"), u("wrenfold.sprint.60")}));
     }
 
     void aRestartedWorkPhaseHasItsNudgesAgain()
@@ -98,7 +90,7 @@ private Q_SLOTS:
         for (int round = 0; round < 2; ++round) {
             s.store.startPomodoro();
             s.clock.advance(1200s);
-            QCOMPARE(takeIdentifiers(s), QStringList{u("wrenfold.sprint.300")});
+            QCOMPARE(s.notificationCenter.takeIdentifiers(), QStringList{u("wrenfold.sprint.300")});
             s.store.resetPomodoro();
         }
     }
@@ -109,7 +101,7 @@ private Q_SLOTS:
         s.store.setWorkDurationMinutes(5);
         s.store.startPomodoro();
         s.clock.advance(300s);
-        QCOMPARE(takeIdentifiers(s), QStringList{u("wrenfold.sprint.60")});
+        QCOMPARE(s.notificationCenter.takeIdentifiers(), QStringList{u("wrenfold.sprint.60")});
     }
 
     void withAOneMinuteWorkLengthNoNudgeFires()
@@ -118,7 +110,7 @@ private Q_SLOTS:
         s.store.setWorkDurationMinutes(1);
         s.store.startPomodoro();
         s.clock.advance(60s);
-        QCOMPARE(takeIdentifiers(s), QStringList());
+        QCOMPARE(s.notificationCenter.takeIdentifiers(), QStringList());
         QCOMPARE(s.sounds.take(), QList<Sound>());
         QCOMPARE(s.store.sortStatus.value(), QString());
     }
@@ -129,11 +121,11 @@ private Q_SLOTS:
         s.store.sprintNudgesEnabled.set(false);
         s.store.startPomodoro();
         s.clock.advance(1500s);
-        QCOMPARE(takeIdentifiers(s), QStringList());
+        QCOMPARE(s.notificationCenter.takeIdentifiers(), QStringList());
         QCOMPARE(s.sounds.take(), QList<Sound>());
         QCOMPARE(s.store.sortStatus.value(), QString());
         s.clock.advance(1s);
-        QCOMPARE(takeIdentifiers(s), QStringList{u("wrenfold.pomodoro.work-done")});
+        QCOMPARE(s.notificationCenter.takeIdentifiers(), QStringList{u("wrenfold.pomodoro.work-done")});
         QCOMPARE(s.sounds.take(), QList<Sound>{Sound::Glass});
         QCOMPARE(s.store.timerPhase.value(), PomodoroPhase::shortBreak);
         QVERIFY(s.store.isTimerRunning.value());
@@ -146,7 +138,7 @@ private Q_SLOTS:
         s.store.startBreakSession();
         s.store.startPomodoro();
         s.clock.advance(600s);
-        QCOMPARE(takeIdentifiers(s), QStringList());
+        QCOMPARE(s.notificationCenter.takeIdentifiers(), QStringList());
     }
 
     void aNudgeIsLogged()

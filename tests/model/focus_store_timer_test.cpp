@@ -19,15 +19,6 @@ QString u(const char *text)
 constexpr auto work = PomodoroPhase::work;
 constexpr auto shortBreak = PomodoroPhase::shortBreak;
 
-/// The identifiers of what was posted since the last call, oldest first.
-QStringList takeIdentifiers(StoreOnFakes &s)
-{
-    QStringList identifiers;
-    for (const Notification &notification : s.notificationCenter.take())
-        identifiers << notification.identifier;
-    return identifiers;
-}
-
 } // namespace
 
 /// What the timer does as time passes.
@@ -114,7 +105,7 @@ private Q_SLOTS:
         s.store.startPomodoro();
         s.clock.advance(301s);
         QCOMPARE(s.store.timerState(), TimerState{});
-        QCOMPARE(takeIdentifiers(s), QStringList{u("wrenfold.pomodoro.break-done")});
+        QCOMPARE(s.notificationCenter.takeIdentifiers(), QStringList{u("wrenfold.pomodoro.break-done")});
         QCOMPARE(s.sounds.take(), QList<Sound>{Sound::Glass});
         QCOMPARE(s.store.sortStatus.value(), u("休憩完了！次のポモドーロをどうぞ"));
         s.clock.advance(1h);
@@ -179,7 +170,8 @@ private Q_SLOTS:
         s.store.startPomodoro();
         QCOMPARE(s.store.remainingSeconds.value(), 1500);
         s.clock.advance(1500s);
-        QCOMPARE(takeIdentifiers(s), (QStringList{u("wrenfold.sprint.300"), u("wrenfold.sprint.60")}));
+        QCOMPARE(s.notificationCenter.takeIdentifiers(),
+                 (QStringList{u("wrenfold.sprint.300"), u("wrenfold.sprint.60")}));
     }
 
     void startingTwiceRunsOneTimer()

@@ -4,6 +4,7 @@
 #include "platform/notification_center.h"
 
 #include <QList>
+#include <QStringList>
 
 #include <utility>
 
@@ -45,6 +46,14 @@ public:
     [[nodiscard]] const QList<Notification> &listed() const { return m_listed; }
     /// What listed() says, which is forgotten.
     [[nodiscard]] QList<Notification> take() { return std::exchange(m_listed, {}); }
+    /// The same, the identifiers only.
+    [[nodiscard]] QStringList takeIdentifiers()
+    {
+        QStringList identifiers;
+        for (const Notification &notification : take())
+            identifiers.append(notification.identifier);
+        return identifiers;
+    }
 
     void click()
     {
