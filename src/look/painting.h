@@ -38,8 +38,8 @@ enum class Check {
 /// The circle in front of a task, `size` wide, in the middle of the rectangle.
 void check(QPainter &painter, const QRectF &rect, Check check, int size = Metrics::checkSize);
 
-/// The timer's ring in the middle of the rectangle: all around a track, on it from the top clockwise a stretch as long as
-/// `fraction` says, 0 to 1.
+/// The timer's ring in the middle of the rectangle: all around a track, on it from the top clockwise a stretch
+/// as long as `fraction` says, 0 to 1.
 void ring(QPainter &painter, const QRectF &rect, qreal fraction, const QColor &color);
 
 /// One line of plain text, vertically in the middle. The text is not elided; its bidi controls stay inside.

@@ -51,16 +51,30 @@ void PanelHeader::setCanSort(bool canSort)
 
 void PanelHeader::mousePressEvent(QMouseEvent *event)
 {
-    m_pressPosition = event->position().toPoint();
+    if (event->button() == Qt::LeftButton)
+        m_pressPosition = event->position().toPoint();
 }
 
 void PanelHeader::mouseMoveEvent(QMouseEvent *event)
 {
+    // Moves with the button held also come from our own buttons, when the pointer leaves them: no press of ours.
+    if (!m_pressPosition)
+        return;
     // A move begun before the pointer has really gone somewhere would leave the window manager in move mode
     // after a mere click.
-    const QPoint way = event->position().toPoint() - m_pressPosition;
-    if ((event->buttons() & Qt::LeftButton) && way.manhattanLength() >= QApplication::startDragDistance())
-        window()->windowHandle()->startSystemMove();
+    const QPoint way = event->position().toPoint() - *m_pressPosition;
+    if (way.manhattanLength() < QApplication::startDragDistance())
+        return;
+    // Once a press: the window manager keeps the release to itself, so that later moves still seem to have the
+    // button held.
+    m_pressPosition.reset();
+    window()->windowHandle()->startSystemMove();
+}
+
+void PanelHeader::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        m_pressPosition.reset();
 }
 
 void PanelHeader::resizeEvent(QResizeEvent *event)

@@ -3,6 +3,8 @@
 
 #include "views/timer_header.h"
 
+#include <optional>
+
 namespace wrenfold {
 
 class CountBadge;
@@ -34,6 +36,7 @@ public:
 protected:
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
@@ -46,7 +49,7 @@ private:
     IconButton *m_redo;
     IconButton *m_sort;
     IconButton *m_hide;
-    QPoint m_pressPosition;
+    std::optional<QPoint> m_pressPosition; ///< Of a press that may become a move of the window.
 };
 
 } // namespace wrenfold

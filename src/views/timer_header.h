@@ -13,8 +13,8 @@ class IconButton;
 class TextLabel;
 class TimerRing;
 
-/// The row of the timer in the panel's header: the ring with the play button, the time, and what can be done with
-/// it. Each second changes the time and the ring and repaints nothing else.
+/// The row of the timer in the panel's header: the ring with the play button, the time, and what can be done
+/// with it. Each second changes the time and the ring and repaints nothing else.
 class TimerHeader : public QWidget
 {
     Q_OBJECT

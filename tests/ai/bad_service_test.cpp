@@ -286,7 +286,12 @@ private Q_SLOTS:
         server.setAnswer(flood(start, 100 * 1024 * 1024, sent));
         QCOMPARE(failureAt(server.origin()), QStringLiteral("! badResponse"));
         QVERIFY2(sent < 40 * 1024 * 1024, qPrintable(QString::number(sent)));
-        QVERIFY2(peakMegabytes() - before < 64, qPrintable(QString::number(peakMegabytes() - before)));
+#ifdef __SANITIZE_ADDRESS__
+        constexpr qint64 most = 160; // The sanitizer keeps what has been freed for a while.
+#else
+        constexpr qint64 most = 64;
+#endif
+        QVERIFY2(peakMegabytes() - before < most, qPrintable(QString::number(peakMegabytes() - before)));
     }
 
     void anAnswerOfSixteenMebibytesIsRead()
