@@ -4,6 +4,7 @@
 
 #include <QPainter>
 
+#include <cmath>
 #include <functional>
 
 namespace wrenfold {
@@ -75,6 +76,36 @@ private Q_SLOTS:
         QCOMPARE(image.pixelColor(50, 20), QColor(Qt::white));
     }
 
+    void theRingRunsClockwiseFromTheTop_data()
+    {
+        QTest::addColumn<qreal>("fraction");
+        QTest::addColumn<QString>("quarters");
+        QTest::newRow("none") << 0.0 << QStringLiteral("....");
+        QTest::newRow("a quarter") << 0.25 << QStringLiteral("#...");
+        QTest::newRow("a half") << 0.5 << QStringLiteral("##..");
+        QTest::newRow("three quarters") << 0.75 << QStringLiteral("###.");
+        QTest::newRow("whole") << 1.0 << QStringLiteral("####");
+    }
+
+    void theRingRunsClockwiseFromTheTop()
+    {
+        QFETCH(qreal, fraction);
+        const QImage image = painted([fraction](QPainter &painter) {
+            Painting::ring(painter, QRectF(30, 0, 40, 40), fraction, Qt::red);
+        });
+        QString quarters;
+        // The middle of each quarter, clockwise.
+        for (const QPoint direction : {QPoint(1, -1), QPoint(1, 1), QPoint(-1, 1), QPoint(-1, -1)}) {
+            const QPointF place = QPointF(50, 20) + QPointF(direction) * Metrics::ringRadius * std::sqrt(0.5);
+            const QRgb colour = image.pixel(int(place.x()), int(place.y()));
+            QVERIFY(colour == QColor(Qt::red).rgb() || colour == Theme::current().ringTrack.rgb());
+            quarters += QLatin1Char(colour == QColor(Qt::red).rgb() ? '#' : '.');
+        }
+        QTEST(quarters, "quarters");
+        QCOMPARE(inkBox(image, 0, 100), QRect(30, 0, 40, 40));
+        QCOMPARE(image.pixelColor(50, 20), QColor(Qt::white));
+    }
+
     void thePainterIsLeftAsItWas()
     {
         painted([](QPainter &painter) {
@@ -86,6 +117,7 @@ private Q_SLOTS:
             Painting::symbol(painter, rect, QStringLiteral("pin"), Qt::red);
             Painting::check(painter, rect, Painting::Check::Now);
             Painting::check(painter, rect, Painting::Check::Done);
+            Painting::ring(painter, rect, 0.5, Qt::red);
             Painting::text(painter, rect, QStringLiteral("x"), Fonts::time(), Qt::red);
             QCOMPARE(painter.pen(), pen);
             QCOMPARE(painter.font(), font);

@@ -18,6 +18,18 @@ const auto skipHelp = QStringLiteral("休憩をスキップ → 作業へ");
 
 constexpr auto shortBreak = PomodoroPhase::shortBreak;
 
+/// What every part of the header is read out as, and its description.
+QStringList readOut(const TimerHeader &header)
+{
+    QStringList texts;
+    for (QWidget *widget : shown<QWidget>(header)) {
+        QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(widget);
+        texts.append(interface->text(QAccessible::Name));
+        texts.append(interface->text(QAccessible::Description));
+    }
+    return texts;
+}
+
 struct HeaderInWindow
 {
     QWidget window;
@@ -119,6 +131,29 @@ private Q_SLOTS:
         QVERIFY(time->geometry().bottom() < subtitle->geometry().top());
         QVERIFY(shownHeader.header->rect().contains(subtitle->geometry()));
         QCOMPARE(shownHeader.header->height(), 46);
+    }
+
+    void aTextWithoutItsPlaceIsElidedAndBesideTheButtons()
+    {
+        HeaderInWindow shownHeader({shortBreak, true, 299});
+        shownHeader.header->resize(160, shownHeader.header->height());
+        TextLabel *subtitle = labelSaying(*shownHeader.header, QStringLiteral("休憩中（5分）"));
+        QVERIFY(subtitle);
+        QVERIFY(subtitle->isElided());
+        QCOMPARE(shownToolTip(*subtitle), plainToolTip(QStringLiteral("休憩中（5分）")));
+        QVERIFY(subtitle->geometry().right() < buttonNamed(*shownHeader.header, skipHelp)->x());
+        QCOMPARE(faultsOfButtons(*shownHeader.header), QStringList());
+    }
+
+    void aSecondChangesNothingOfWhatIsReadOutButTheTime()
+    {
+        HeaderInWindow shownHeader({.isRunning = true, .remainingSeconds = 1104});
+        QStringList texts = readOut(*shownHeader.header);
+        shownHeader.show({.isRunning = true, .remainingSeconds = 1103});
+        const qsizetype time = texts.indexOf(QStringLiteral("18:24"));
+        QVERIFY(time >= 0);
+        texts.replace(time, QStringLiteral("18:23"));
+        QCOMPARE(readOut(*shownHeader.header), texts);
     }
 
     void theTabKeyGoesFromPlayToSkipToReset()
