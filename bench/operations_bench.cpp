@@ -28,8 +28,9 @@ public:
     {
         if (m_preferences.write(FocusStore::storageKey(), encodeSavedState(sampleState(taskCount))))
             return;
-        m_store.emplace(m_quiet.with(m_preferences, m_clock), FocusStore::Options{});
-        m_view = new FocusPanelView(*m_store, m_clock, {[] {}, [] {}, [](const QPoint &) {}}, &m_window);
+        m_store.emplace(m_quiet.with(m_preferences, m_clock), FocusStore::Options{.monitorInbox = false});
+        m_view = new FocusPanelView(*m_store, m_clock,
+                                    {[] {}, [] {}, [](const QPoint &) {}, [](const QUrl &) {}}, &m_window);
         m_window.resize(344, 500);
         m_view->setGeometry(m_window.rect());
         m_view->setFocus();

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/debug_log.h"
 
+#include "app/application_id.h"
+
 #include <QStringList>
 
 #include <cstdio>
@@ -11,7 +13,7 @@ namespace wrenfold {
 
 namespace {
 
-constexpr auto subsystem = "dev.tolvane.Wrenfold";
+constexpr auto subsystem = applicationIDLiteral;
 
 bool isVerboseArgumentGiven = false;
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/wrenfold_main.h"
 
+#include "app/application_id.h"
 #include "app/debug_commands.h"
 #include "app/debug_log.h"
 #include "app/launch_options.h"
@@ -44,7 +45,7 @@ int runApplication(int argc, char **argv, const QStringList &arguments)
     prepareForApplication();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("wrenfold"));
-    QApplication::setDesktopFileName(QStringLiteral("dev.tolvane.Wrenfold"));
+    QApplication::setDesktopFileName(applicationID());
     QApplication::setQuitOnLastWindowClosed(false);
 
     Platform platform = makePlatform();

@@ -103,7 +103,7 @@ QFont spaced(QFont font, qreal pixels)
 
 QColor Theme::tagSurface(const QColor &text) const
 {
-    return mixed(text, 0.14F, background);
+    return mixed(text, 0.10F, background);
 }
 
 QColor Theme::dropSurface(const QColor &text) const

@@ -12,11 +12,16 @@
 #include <QFuture>
 #include <QSet>
 
+#include <memory>
+
 class QObject;
 
 namespace wrenfold {
 
 class AppNotifier;
+class FolderWatch;
+class InboxReader;
+class InboxWatcher;
 class OpenRouterTaskSorter;
 class Preferences;
 class Sounds;
@@ -41,10 +46,12 @@ public:
         AppNotifier &notifier;
         Sounds &sounds;
         OpenRouterTaskSorter &sorter;
+        FolderWatch &folderWatch;
     };
     struct Options
     {
         bool loadSavedState = true; ///< False: starts empty, and never reads or writes the document.
+        bool monitorInbox = true;   ///< False: the inbox folder is neither made nor looked into.
     };
 
     FocusStore(const Services &services, Options options);
@@ -152,6 +159,9 @@ public:
     [[nodiscard]] TimerUrgency timerUrgency() const { return timerState().urgency(); }
     [[nodiscard]] bool shouldShowMenubarTimer() const;
 
+    // --- The panel: focus_store_panel.cpp -------------------------------------------------------------------
+    void exitGhostMode();
+
     // --- Undo, redo and the status line: focus_store_history.cpp -------------------------------------------
     void undo();
     void redo();
@@ -178,6 +188,21 @@ public:
     void insertSubtasks(const QStringList &titles, const QUuid &after);
     void importOpenRouterKeyFromOnePassword(); ///< apiImportStatus tells how it goes.
 
+    // --- Candidates from other programs: inbox/focus_store_inbox.cpp ---------------------------------------
+    /// Reads the inbox folder anew; inboxItems follows when that is done, which is at once for a few files.
+    void reloadInbox(bool notifyNewItems);
+    /// Makes a top-level task of it, whatever subtask composer is open, and removes its file.
+    void approveInboxItem(const InboxItem &item, bool makeActive);
+    void approveAllInboxItems();
+    void dismissAllInboxItems();
+    void removeInboxFile(
+        const InboxItem &item); ///< A file that cannot be removed comes back with the next reload.
+
+    // --- Blocked applications: guard/focus_store_guard.cpp -------------------------------------------------
+    /// The application of a desktop entry; of any other file, one named after the file. Does nothing if it is blocked.
+    void addBlockedApp(const QUrl &url);
+    void removeBlockedApp(const BlockedApp &app);
+
 private:
     void load();
     void apply(const SavedState &state);
@@ -195,6 +220,7 @@ private:
     [[nodiscard]] Timestamp now() const;
 
     void addTopLevelTask(const QString &title, bool makeActive);
+    void appendTopLevelTask(const QString &title, bool makeActive);
 
     void installTimer();
     void tick();
@@ -207,6 +233,12 @@ private:
 
     void beginAIWork(const QString &status);
     void endAIWork(const QString &status);
+
+    void monitorInbox(FolderWatch &folderWatch);
+    void takeInbox(const QList<InboxItem> &items, bool notifyNewItems);
+    void removeApproved(const QList<InboxItem> &items);
+    void removeInboxFiles(const QList<InboxItem> &items);
+    void forgetInboxItems(const QList<InboxItem> &items);
 
     Preferences &m_preferences;
     Clock &m_clock;
@@ -225,6 +257,10 @@ private:
     QSet<qint64> m_firedSprintMilestones;   ///< In this work phase, by the seconds left.
     std::unique_ptr<ScheduledCall> m_timer; ///< Present exactly while the timer runs.
     std::unique_ptr<QObject> m_aiOwner;     ///< Answers that come after it has gone reach nobody.
+    QSet<QString> m_knownInboxIDs;          ///< Of the candidates that were there at the last reload.
+    // Shared only in that they can be let go of where their types are not known.
+    std::shared_ptr<InboxReader> m_inboxReader;
+    std::shared_ptr<InboxWatcher> m_inboxWatcher; ///< Null if the inbox is not monitored.
 };
 
 } // namespace wrenfold

@@ -67,6 +67,8 @@ FocusStore::FocusStore(const Services &services, Options options)
 {
     if (m_isPersistenceEnabled)
         load();
+    if (options.monitorInbox)
+        monitorInbox(services.folderWatch);
 }
 
 FocusStore::~FocusStore() = default;

@@ -26,11 +26,16 @@ void FocusStore::addTask(const QString &title, bool makeActive, std::optional<QU
         return;
     }
     addTopLevelTask(trimmed, makeActive);
+}
+
+void FocusStore::addTopLevelTask(const QString &title, bool makeActive)
+{
+    appendTopLevelTask(title, makeActive);
     if (autoSortAfterAdding.value())
         prioritizeTasksWithLLM();
 }
 
-void FocusStore::addTopLevelTask(const QString &title, bool makeActive)
+void FocusStore::appendTopLevelTask(const QString &title, bool makeActive)
 {
     const ChangeGroup::Scope scope(m_changes);
     registerTaskUndo(QStringLiteral("TODOを追加"));

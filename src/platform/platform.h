@@ -2,6 +2,9 @@
 #pragma once
 
 #include "platform/clock.h"
+#include "platform/folder_watch.h"
+#include "platform/frontmost_application.h"
+#include "platform/installed_applications.h"
 #include "platform/notification_center.h"
 #include "platform/panel_window.h"
 #include "platform/preferences.h"
@@ -22,6 +25,9 @@ struct Platform
     std::unique_ptr<PanelWindow> panelWindow;
     std::unique_ptr<Sounds> sounds;
     std::unique_ptr<NotificationCenter> notificationCenter;
+    std::unique_ptr<FolderWatch> folderWatch;
+    std::unique_ptr<InstalledApplications> installedApplications; ///< Before those who look into it.
+    std::unique_ptr<FrontmostApplication> frontmostApplication;
 };
 
 /// To be called before the application object is made: keeps the toolkit from what would stop it for good. A session

@@ -4,6 +4,7 @@
 #include "app/debug_log.h"
 
 #include <QApplication>
+#include <QDesktopServices>
 
 namespace wrenfold {
 
@@ -11,8 +12,9 @@ AppDelegate::AppDelegate(Platform &platform)
     : m_platform(platform)
     , m_notifier(*platform.notificationCenter)
     , m_sorter(ServiceOrigin::fromEnvironment())
-    , m_store({*platform.preferences, *platform.clock, m_notifier, *platform.sounds, m_sorter},
-              {.loadSavedState = true})
+    , m_store({*platform.preferences, *platform.clock, m_notifier, *platform.sounds, m_sorter,
+               *platform.folderWatch},
+              {})
     , m_appMenu({
           .hidePanel = [this] { m_panelController.hide(); },
           .undo = [this] { m_store.undo(); },
@@ -23,7 +25,8 @@ AppDelegate::AppDelegate(Platform &platform)
           .canRedo = [this] { return m_store.canRedo.value(); },
       })
     , m_panelController(m_store, *platform.clock, *platform.panelWindow,
-                        {.showAppMenu = [this](const QPoint &position) { m_appMenu.popup(position); }})
+                        {.showAppMenu = [this](const QPoint &position) { m_appMenu.popup(position); },
+                         .openLink = [](const QUrl &link) { QDesktopServices::openUrl(link); }})
 {
     m_appMenu.addTo(m_panelController.panel());
 }
@@ -45,6 +48,11 @@ void AppDelegate::applicationDidFinishLaunching()
         qCWarning(DebugLog::app).noquote() << *error;
     m_notifier.requestPermissionIfNeeded();
     m_platform.notificationCenter->onClick([this] { showPanel(); });
+    m_focusGuardController.emplace(
+        m_store,
+        FocusGuardController::Services{*m_platform.frontmostApplication, *m_platform.clock,
+                                       *m_platform.sounds, m_notifier},
+        FocusGuardController::Actions{[this] { m_panelController.raise(); }, [this] { showPanel(); }});
     showPanel();
     m_platform.singleInstance->listen([this] { showPanel(); });
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ai/openrouter_task_sorter.h"
+#include "guard/focus_guard_controller.h"
 #include "model/focus_store.h"
 #include "notify/app_notifier.h"
 #include "platform/platform.h"
@@ -30,6 +31,7 @@ private:
     FocusStore m_store;
     AppMenu m_appMenu;
     PanelController m_panelController;
+    std::optional<FocusGuardController> m_focusGuardController; ///< Made when the launch has finished.
 };
 
 } // namespace wrenfold

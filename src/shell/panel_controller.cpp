@@ -14,8 +14,9 @@ PanelController::PanelController(FocusStore &store, Clock &clock, PanelWindow &a
                                  const Actions &actions)
     : m_store(store)
     , m_panel(ability)
-    , m_view(new FocusPanelView(store, clock,
-                                {[this] { hide(); }, [this] { showAndPin(); }, actions.showAppMenu}))
+    , m_view(new FocusPanelView(
+          store, clock,
+          {[this] { hide(); }, [this] { showAndPin(); }, actions.showAppMenu, actions.openLink}))
 {
     m_view->setRoundedByPainting(m_panel.isTranslucent());
     m_panel.setContent(m_view);
@@ -33,9 +34,22 @@ void PanelController::showAndPin()
 {
     if (!m_panel.isVisible())
         m_view->setFocus(); // From here the Tab key starts anew.
+    bringToFront();
+    m_panel.activateWindow();
+}
+
+void PanelController::raise()
+{
+    m_panel.setAttribute(Qt::WA_ShowWithoutActivating);
+    bringToFront();
+    m_panel.setAttribute(Qt::WA_ShowWithoutActivating, false);
+}
+
+void PanelController::bringToFront()
+{
+    m_store.exitGhostMode();
     m_panel.show();
     m_panel.raise();
-    m_panel.activateWindow();
     if (DebugLog::isVerbose())
         qCDebug(DebugLog::ui).noquote()
             << QStringLiteral("panel shown hardPin=") +

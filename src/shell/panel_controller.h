@@ -18,6 +18,7 @@ public:
     struct Actions
     {
         std::function<void(const QPoint &)> showAppMenu;
+        std::function<void(const QUrl &)> openLink;
     };
 
     /// All three must outlive the controller.
@@ -25,11 +26,15 @@ public:
 
     [[nodiscard]] FocusPanel &panel() { return m_panel; }
 
+    /// Leaves ghost mode and brings the panel to the front, with the focus.
     void showAndPin();
+    /// The same without the focus: who has it keeps it.
+    void raise();
     void hide();
 
 private:
     void centreOnScreen();
+    void bringToFront();
 
     FocusStore &m_store;
     FocusPanel m_panel;

@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "views/focus_panel_view.h"
 
+#include "inbox/link_opening.h"
 #include "look/painting.h"
 #include "model/focus_store.h"
 #include "views/completed_row.h"
 #include "views/deferred_task_row.h"
 #include "views/empty_state_row.h"
+#include "views/inbox_header_row.h"
+#include "views/inbox_row.h"
+#include "views/link_question.h"
 #include "views/now_card.h"
 #include "views/panel_header.h"
 #include "views/row_list_view.h"
@@ -69,6 +73,7 @@ void FocusPanelView::subscribe()
     m_subscriptions.push_back(m_store.tasks.onChange(rows));
     m_subscriptions.push_back(m_store.activeTaskID.onChange(rows));
     m_subscriptions.push_back(m_store.subtaskComposerParentID.onChange(rows));
+    m_subscriptions.push_back(m_store.inboxItems.onChange(rows));
     m_subscriptions.push_back(m_store.isDeferredSectionExpanded.onChange(rows));
     m_subscriptions.push_back(m_store.isCompletedSectionExpanded.onChange(rows));
     m_subscriptions.push_back(m_store.tasks.onChange(nowCard));
@@ -123,6 +128,17 @@ PanelRowWidget *FocusPanelView::makeRow(PanelRow::Kind kind, QWidget *parent)
     const auto toggleDone = thenFlush([this](const TaskItem &task) { m_store.toggleDone(task); });
     const auto deleteTask = thenFlush([this](const TaskItem &task) { m_store.deleteTask(task); });
     switch (kind) {
+    case PanelRow::Kind::InboxHeader:
+        return new InboxHeaderRow({thenFlush([this] { m_store.approveAllInboxItems(); }),
+                                   thenFlush([this] { m_store.dismissAllInboxItems(); })},
+                                  parent);
+    case PanelRow::Kind::InboxCandidate:
+        return new InboxRow(
+            {thenFlush([this](const InboxItem &item) { m_store.approveInboxItem(item, false); }),
+             thenFlush([this](const InboxItem &item) { m_store.approveInboxItem(item, true); }),
+             thenFlush([this](const InboxItem &item) { m_store.removeInboxFile(item); }),
+             [this](const QUrl &link) { openCandidateLink(link); }},
+            parent);
     case PanelRow::Kind::Task:
         return new TaskRow(
             {toggleDone, thenFlush([this](const TaskItem &task) { m_store.setActive(task); }),
@@ -182,6 +198,22 @@ void FocusPanelView::beginAddSubtask(const TaskItem &task)
         m_list->focusRow({PanelRow::Kind::SubtaskComposer, *m_shownComposerParentID}, Qt::TabFocusReason);
 }
 
+void FocusPanelView::openCandidateLink(const QUrl &link)
+{
+    const auto open = [this, link] { m_actions.openLink(link); };
+    switch (linkOpening(link)) {
+    case LinkOpening::AtOnce:
+        open();
+        break;
+    case LinkOpening::AskFirst:
+        (new LinkQuestion(link, open, this))->show();
+        break;
+    case LinkOpening::Never:
+        (new LinkQuestion(link, {}, this))->show();
+        break;
+    }
+}
+
 void FocusPanelView::toggleTimer()
 {
     if (m_store.isTimerRunning.value())
@@ -215,9 +247,10 @@ void FocusPanelView::flushRowsUpdate()
 void FocusPanelView::updateRows()
 {
     const std::optional<QUuid> composerParentID = m_store.subtaskComposerParentID.value();
-    m_list->setRows(panelRows({m_store.tasks.value(), m_store.activeTaskID.value(), composerParentID,
-                               m_store.isDeferredSectionExpanded.value(),
-                               m_store.isCompletedSectionExpanded.value(), m_store.isSortingTasks.value()}));
+    m_list->setRows(
+        panelRows({m_store.tasks.value(), m_store.inboxItems.value(), m_store.activeTaskID.value(),
+                   composerParentID, m_store.isDeferredSectionExpanded.value(),
+                   m_store.isCompletedSectionExpanded.value(), m_store.isSortingTasks.value()}));
     if (composerParentID == m_shownComposerParentID && !composerParentID)
         return;
 

@@ -33,6 +33,7 @@ public:
         std::function<void()> hide;       ///< Puts the panel away.
         std::function<void()> focusInput; ///< Brings the panel to the front with the keyboard focus.
         std::function<void(const QPoint &)> showAppMenu; ///< At a point of the screen.
+        std::function<void(const QUrl &)> openLink;      ///< With the user's program for it.
     };
 
     /// The store and the clock must outlive the view.
@@ -53,6 +54,7 @@ private:
     PanelRowWidget *makeRow(PanelRow::Kind kind, QWidget *parent);
     PanelRowWidget *makeSubtaskComposer(QWidget *parent);
     void beginAddSubtask(const TaskItem &task);
+    void openCandidateLink(const QUrl &link);
     void toggleTimer();
     void toggleSection(PanelRow::Kind header);
     void subscribe();

@@ -33,7 +33,8 @@ public:
 
     QList<PanelRow> build()
     {
-        m_rows.reserve(m_input.tasks.size() + 4);
+        m_rows.reserve(m_input.tasks.size() + m_input.inboxItems.size() + 5);
+        addInboxSection();
         addOpenSection();
         addDeferredSection();
         addCompletedSection();
@@ -41,6 +42,15 @@ public:
     }
 
 private:
+    void addInboxSection()
+    {
+        if (m_input.inboxItems.isEmpty())
+            return;
+        addRow(PanelRow::Kind::InboxHeader).count = int(m_input.inboxItems.size());
+        for (const InboxItem &item : m_input.inboxItems)
+            addRow(PanelRow::Kind::InboxCandidate).inboxItem = item;
+    }
+
     void addOpenSection()
     {
         addRow(PanelRow::Kind::TodoHeader).count = m_openCount;
@@ -166,12 +176,12 @@ private:
 
 PanelRow::Identity PanelRow::identity() const
 {
-    return {kind, task.id};
+    return {kind, task.id, inboxItem.id};
 }
 
 size_t qHash(const PanelRow::Identity &identity, size_t seed)
 {
-    return qHashMulti(seed, int(identity.kind), identity.taskID);
+    return qHashMulti(seed, int(identity.kind), identity.taskID, identity.inboxID);
 }
 
 int PanelRow::height() const
@@ -181,12 +191,15 @@ int PanelRow::height() const
     case Kind::DeferredHeader:
     case Kind::CompletedHeader:
         return Metrics::sectionHeaderHeight;
+    case Kind::InboxHeader:
+        return Metrics::iconButtonSize;
     case Kind::EmptyState:
         return 3 * Metrics::rowHeight;
     case Kind::DeferredTask:
         return childCount > 0 ? Metrics::twoLineRowHeight : Metrics::rowHeight;
     case Kind::SubtaskComposer:
         return Metrics::subtaskRowHeight;
+    case Kind::InboxCandidate:
     case Kind::Task:
     case Kind::CompletedTask:
         break;

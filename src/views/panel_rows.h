@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "model/inbox_item.h"
 #include "model/task_item.h"
 
 namespace wrenfold {
@@ -9,6 +10,8 @@ namespace wrenfold {
 struct PanelRow
 {
     enum class Kind {
+        InboxHeader,
+        InboxCandidate,
         TodoHeader,
         EmptyState,
         Task,
@@ -21,6 +24,7 @@ struct PanelRow
 
     Kind kind = Kind::Task;
     TaskItem task;           ///< Of the four task kinds; the parent of a SubtaskComposer.
+    InboxItem inboxItem;     ///< Of an InboxCandidate.
     bool isActive = false;   ///< Task: it is NOW.
     bool isSubtask = false;  ///< Task: shown under its parent.
     int subtaskNumber = 0;   ///< Task that is a subtask: counted from 1 among the parent's.
@@ -36,7 +40,8 @@ struct PanelRow
     struct Identity
     {
         Kind kind;
-        QUuid taskID; ///< Null where there is one row of the kind.
+        QUuid taskID = {};    ///< Null where there is one row of the kind.
+        QString inboxID = {}; ///< Of an InboxCandidate.
 
         friend bool operator==(const Identity &, const Identity &) = default;
     };
@@ -55,6 +60,7 @@ struct PanelRow
 struct PanelRowsInput
 {
     TaskList tasks;
+    QList<InboxItem> inboxItems = {};
     std::optional<QUuid> activeTaskID = {};
     std::optional<QUuid> subtaskComposerParentID = {};
     bool isDeferredSectionExpanded = true;
@@ -62,7 +68,7 @@ struct PanelRowsInput
     bool isSortingTasks = false; ///< AI work is under way.
 };
 
-/// The rows from top to bottom: open tasks with their subtasks, deferred tasks, completed tasks. A deferred
+/// The rows from top to bottom: candidates, open tasks with their subtasks, deferred tasks, completed tasks. A deferred
 /// task that no deferred parent speaks for has a row of its own among the deferred, so that each can be
 /// restored.
 [[nodiscard]] QList<PanelRow> panelRows(const PanelRowsInput &input);

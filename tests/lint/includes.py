@@ -5,7 +5,7 @@ from lint import INCLUDE, cpp_files, lines, main
 
 # From the ground up. Folders on one line never include each other.
 LAYERS = [
-    ["app/debug_log", "app/launch_options"],
+    ["app/application_id", "app/debug_log", "app/launch_options"],
     ["platform", "look"],
     ["notify"],
     ["model"],

@@ -68,9 +68,13 @@ void addTheme(const char *name, const Theme &theme)
     addRows(name, "accent", theme.accent, common);
     addRows(name, "on accent", theme.onAccent, {{"accent", theme.accent}, {"green", theme.green}});
     addRows(name, "green", theme.green,
-            {background, hover, card, {"badge", over(theme.greenSoft, theme.background)}});
+            {background,
+             hover,
+             card,
+             {"badge", over(theme.greenSoft, theme.background)},
+             {"tag", theme.tagSurface(theme.green)}});
     addRows(name, "orange", theme.orange, {background});
-    addRows(name, "pink", theme.pink, {background});
+    addRows(name, "pink", theme.pink, {background, {"tag", theme.tagSurface(theme.pink)}});
     for (const Theme::Color member : Theme::quadrants()) {
         const QColor quadrant = theme.*member;
         const Surface drop{"drop target", theme.dropSurface(quadrant)};

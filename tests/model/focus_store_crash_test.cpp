@@ -64,7 +64,7 @@ private:
     FilePreferences files(folder, clock);
     TellingPreferences preferences(files);
     QuietServices quiet;
-    FocusStore store(quiet.with(preferences, clock), {});
+    FocusStore store(quiet.with(preferences, clock), {.monitorInbox = false});
     for (;;) {
         const TaskList tasks = store.tasks.value();
         if (tasks.size() < 5 || (tasks.size() < 200 && random.bounded(3) == 0)) {

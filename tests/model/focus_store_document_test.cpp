@@ -38,7 +38,7 @@ private Q_SLOTS:
         FakeClock clock;
         LogCapture log;
         QuietServices quiet;
-        FocusStore store(quiet.with(preferences, clock), {});
+        FocusStore store(quiet.with(preferences, clock), {.monitorInbox = false});
         QCOMPARE(log.take(), QStringList{QStringLiteral("info store: loaded defaults (first launch)")});
         const TaskList tasks = store.tasks.value();
         QCOMPARE(titlesOf(tasks), (QStringList{firstTitle, secondTitle}));
@@ -58,7 +58,8 @@ private Q_SLOTS:
         FakePreferences preferences;
         FakeClock clock;
         QuietServices quiet;
-        const FocusStore store(quiet.with(preferences, clock), {.loadSavedState = false});
+        const FocusStore store(quiet.with(preferences, clock),
+                               {.loadSavedState = false, .monitorInbox = false});
         QCOMPARE(store.tasks.value(), TaskList());
         QCOMPARE(store.activeTaskID.value(), std::nullopt);
         QCOMPARE(store.mediumGoal.value(), QString());
@@ -248,7 +249,7 @@ private Q_SLOTS:
         FakeClock clock;
         {
             QuietServices quiet;
-            const FocusStore store(quiet.with(preferences, clock), {});
+            const FocusStore store(quiet.with(preferences, clock), {.monitorInbox = false});
             clock.advance(std::chrono::hours(1));
         }
         QCOMPARE(preferences.writeCount(), 0);
@@ -261,7 +262,7 @@ private Q_SLOTS:
         FakePreferences preferences;
         FakeClock clock;
         QuietServices quiet;
-        const FocusStore store(quiet.with(preferences, clock), {});
+        const FocusStore store(quiet.with(preferences, clock), {.monitorInbox = false});
         QCOMPARE(preferences.writeCount(), 0);
     }
 
@@ -271,7 +272,7 @@ private Q_SLOTS:
             StoreOnFakes::preferencesWith(StoreOnFakes::documentWith({madeTask(QStringLiteral("a"))}));
         FakeClock clock;
         QuietServices quiet;
-        FocusStore store(quiet.with(preferences, clock), {.loadSavedState = false});
+        FocusStore store(quiet.with(preferences, clock), {.loadSavedState = false, .monitorInbox = false});
         QCOMPARE(store.tasks.value(), TaskList());
         store.addTask(QStringLiteral("b"), true);
         store.mediumGoal.set(QStringLiteral("g"));

@@ -235,7 +235,7 @@ private Q_SLOTS:
         preferences.stored = StoreOnFakes::preferencesWith(StoreOnFakes::documentWith(tasks, tasks[1].id));
         FakeClock clock;
         QuietServices quiet;
-        FocusStore store(quiet.with(preferences, clock), {});
+        FocusStore store(quiet.with(preferences, clock), {.monitorInbox = false});
         store.moveTask(tasks[0].id, tasks[4].id, true);
         store.toggleDone(tasks[1]);
         store.deferTask(tasks[0], TaskQuadrant::urgentImportant);
@@ -268,7 +268,7 @@ private Q_SLOTS:
         preferences.makeUnreadable(FocusStore::storageKey());
         FakeClock clock;
         QuietServices quiet;
-        FocusStore store(quiet.with(preferences, clock), {});
+        FocusStore store(quiet.with(preferences, clock), {.monitorInbox = false});
         QCOMPARE(store.tasks.value().size(), 2);
         store.addTask(u("x"), false);
         QCOMPARE(preferences.keptAside(FocusStore::storageKey()).size(), 1);

@@ -32,7 +32,7 @@ private Q_SLOTS:
         FakePreferences preferences;
         FakeClock clock;
         QuietServices quiet;
-        const FocusStore store(quiet.with(preferences, clock), {});
+        const FocusStore store(quiet.with(preferences, clock), {.monitorInbox = false});
         QCOMPARE(store.remainingText(), u("25:00"));
         QCOMPARE(store.timerUrgency(), TimerUrgency::normal);
         QVERIFY(!store.isTimerRunning.value());
@@ -274,7 +274,7 @@ private Q_SLOTS:
         FakeClock clock;
         QuietServices quiet;
         {
-            FocusStore store(quiet.with(preferences, clock), {});
+            FocusStore store(quiet.with(preferences, clock), {.monitorInbox = false});
             store.startPomodoro();
             QCOMPARE(clock.pendingCalls(), 1);
         }

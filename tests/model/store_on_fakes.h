@@ -6,6 +6,7 @@
 #include "model/task_list.h"
 #include "notify/app_notifier.h"
 #include "support/fake_clock.h"
+#include "support/fake_folder_watch.h"
 #include "support/fake_notification_center.h"
 #include "support/fake_preferences.h"
 #include "support/fake_sounds.h"
@@ -61,6 +62,7 @@ struct StoreOnFakes
     FakeClock clock;
     FakeNotificationCenter notificationCenter;
     FakeSounds sounds;
+    FakeFolderWatch folderWatch;
     AppNotifier notifier{notificationCenter};
     OpenRouterTaskSorter sorter; ///< Asks nobody, unless an origin is given.
     FocusStore store;
@@ -76,7 +78,7 @@ struct StoreOnFakes
     explicit StoreOnFakes(const QByteArray &document, const ServiceOrigin &origin = noService())
         : preferences(preferencesWith(document))
         , sorter(origin)
-        , store({preferences, clock, notifier, sounds, sorter}, {})
+        , store({preferences, clock, notifier, sounds, sorter, folderWatch}, {.monitorInbox = false})
     {
     }
 

@@ -33,6 +33,7 @@ private:
         FakePreferences preferences;
         FakeClock clock;
         FakeSounds sounds;
+        FakeFolderWatch folderWatch;
         DBusNotificationCenter center{sounds};
         AppNotifier notifier{center};
         OpenRouterTaskSorter sorter{StoreOnFakes::noService()};
@@ -41,7 +42,7 @@ private:
         Desk(const QString &busAddress, const TaskList &tasks, std::optional<QUuid> activeTaskID)
             : daemon(busAddress)
             , preferences(StoreOnFakes::preferencesWith(StoreOnFakes::documentWith(tasks, activeTaskID)))
-            , store({preferences, clock, notifier, sounds, sorter}, {})
+            , store({preferences, clock, notifier, sounds, sorter, folderWatch}, {.monitorInbox = false})
         {
         }
 

@@ -20,10 +20,11 @@ struct ControllerOnFakes
     StoreOnFakes fakes{TaskList{madeTask(QStringLiteral("a"))}};
     FakePanelWindow ability;
     QList<QPoint> menus;
-    PanelController controller{fakes.store,
-                               fakes.clock,
-                               ability,
-                               {.showAppMenu = [this](const QPoint &position) { menus.append(position); }}};
+    PanelController controller{
+        fakes.store,
+        fakes.clock,
+        ability,
+        {.showAppMenu = [this](const QPoint &position) { menus.append(position); }, .openLink = {}}};
 
     [[nodiscard]] FocusPanel &panel() { return controller.panel(); }
     [[nodiscard]] FocusPanelView *view() { return panel().findChild<FocusPanelView *>(); }

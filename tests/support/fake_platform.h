@@ -3,6 +3,8 @@
 
 #include "platform/platform.h"
 #include "support/fake_clock.h"
+#include "support/fake_folder_watch.h"
+#include "support/fake_frontmost_application.h"
 #include "support/fake_notification_center.h"
 #include "support/fake_panel_window.h"
 #include "support/fake_preferences.h"
@@ -24,6 +26,9 @@ struct FakePlatform
         platform.panelWindow.reset(panelWindow);
         platform.sounds.reset(sounds);
         platform.notificationCenter.reset(notificationCenter);
+        platform.folderWatch.reset(folderWatch);
+        platform.installedApplications = std::make_unique<InstalledApplications>();
+        platform.frontmostApplication.reset(frontmostApplication);
     }
 
     FakeClock *clock = new FakeClock;
@@ -32,6 +37,8 @@ struct FakePlatform
     FakePanelWindow *panelWindow = new FakePanelWindow;
     FakeSounds *sounds = new FakeSounds;
     FakeNotificationCenter *notificationCenter = new FakeNotificationCenter;
+    FakeFolderWatch *folderWatch = new FakeFolderWatch;
+    FakeFrontmostApplication *frontmostApplication = new FakeFrontmostApplication;
     Platform platform; ///< Owns them.
 };
 

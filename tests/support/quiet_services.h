@@ -6,6 +6,7 @@
 #include "notify/app_notifier.h"
 #include "platform/none/no_notification_center.h"
 #include "platform/none/no_sounds.h"
+#include "support/fake_folder_watch.h"
 
 namespace wrenfold {
 
@@ -16,13 +17,16 @@ public:
     /// What the store works with, beside these. This object must outlive the store.
     [[nodiscard]] FocusStore::Services with(Preferences &preferences, Clock &clock)
     {
-        return {preferences, clock, m_notifier, m_sounds, m_sorter};
+        return {preferences, clock, m_notifier, m_sounds, m_sorter, m_folderWatch};
     }
+
+    [[nodiscard]] FakeFolderWatch &folderWatch() { return m_folderWatch; }
 
 private:
     NoNotificationCenter m_center;
     AppNotifier m_notifier{m_center};
     NoSounds m_sounds;
+    FakeFolderWatch m_folderWatch;
     OpenRouterTaskSorter m_sorter{ServiceOrigin{{}, QStringLiteral("no service here")}};
 };
 

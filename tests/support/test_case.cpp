@@ -5,6 +5,11 @@
 
 namespace wrenfold {
 
+TestCase::TestCase()
+{
+    qputenv("XDG_DATA_HOME", m_dataHome.path().toUtf8());
+}
+
 void TestCase::init()
 {
     QTest::failOnWarning(QRegularExpression(QStringLiteral(".?")));

@@ -23,6 +23,7 @@ struct PanelInWindow
     StoreOnFakes fakes;
     FocusStore &store = fakes.store;
     QStringList calls;
+    QList<QUrl> opened; ///< Links.
     QWidget window;
     FocusPanelView *view;
 
@@ -32,7 +33,8 @@ struct PanelInWindow
         view = new FocusPanelView(store, fakes.clock,
                                   {[this] { calls.append(QStringLiteral("hide")); },
                                    [this] { calls.append(QStringLiteral("focusInput")); },
-                                   [this](const QPoint &) { calls.append(QStringLiteral("menu")); }},
+                                   [this](const QPoint &) { calls.append(QStringLiteral("menu")); },
+                                   [this](const QUrl &link) { opened.append(link); }},
                                   &window);
         window.resize(344, 500);
         view->setGeometry(window.rect());

@@ -33,6 +33,10 @@ QString shortForm(const PanelRow &row)
 {
     const QString title = row.task.title;
     switch (row.kind) {
+    case Kind::InboxHeader:
+        return QStringLiteral("INBOX %1").arg(row.count);
+    case Kind::InboxCandidate:
+        return QStringLiteral("? ") + row.inboxItem.text;
     case Kind::TodoHeader:
         return QStringLiteral("TODO %1").arg(row.count);
     case Kind::EmptyState:
@@ -91,6 +95,23 @@ class PanelRowsTest : public TestCase
     Q_OBJECT
 
 private Q_SLOTS:
+    void candidatesStandAboveTheTasks()
+    {
+        InboxItem a;
+        a.id = QStringLiteral("a.json");
+        a.text = QStringLiteral("a");
+        InboxItem b = a;
+        b.id = QStringLiteral("b.json");
+        b.text = QStringLiteral("b");
+        PanelRowsInput input = {.tasks = {madeTask(QStringLiteral("t"))}};
+        QCOMPARE(shortForms(input), QStringLiteral("TODO 1, t"));
+        input.inboxItems = {a, b};
+        QCOMPARE(shortForms(input), QStringLiteral("INBOX 2, ? a, ? b, TODO 1, t"));
+        const QList<PanelRow> rows = panelRows(input);
+        QVERIFY(!(rows[1].identity() == rows[2].identity()));
+        QVERIFY(rows[0].takesFocus() && rows[1].takesFocus());
+    }
+
     void openTasksStandInTheListsOrder()
     {
         QCOMPARE(shortForms({.tasks = {task("b"), task("a"), task("c")}}), QStringLiteral("TODO 3, b, a, c"));

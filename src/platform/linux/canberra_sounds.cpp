@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/canberra_sounds.h"
 
+#include "app/application_id.h"
+
 #include <alsa/asoundlib.h>
 #include <canberra.h>
 
@@ -86,7 +88,7 @@ private:
             return false;
         }
         ca_context_change_props(m_context, CA_PROP_APPLICATION_NAME, "Wren Fold", CA_PROP_APPLICATION_ID,
-                                "dev.tolvane.Wrenfold", nullptr);
+                                applicationIDLiteral, nullptr);
         return true;
     }
 

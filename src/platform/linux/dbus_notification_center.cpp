@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/dbus_notification_center.h"
 
+#include "app/application_id.h"
 #include "platform/sounds.h"
 
 #include <QDBusError>
@@ -16,7 +17,7 @@ const auto service = QStringLiteral("org.freedesktop.Notifications");
 const auto path = QStringLiteral("/org/freedesktop/Notifications");
 const auto interface = QStringLiteral("org.freedesktop.Notifications");
 const auto busService = QStringLiteral("org.freedesktop.DBus");
-const auto desktopEntry = QStringLiteral("dev.tolvane.Wrenfold");
+const auto desktopEntry = applicationID();
 const auto defaultAction = QStringLiteral("default"); ///< What a click on the notification itself invokes.
 
 QDBusMessage methodCall(const QString &method)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/instance_bus.h"
 
+#include "app/application_id.h"
 #include "app/debug_log.h"
 
 #include <QDBusError>
@@ -15,7 +16,7 @@
 namespace wrenfold {
 namespace {
 
-const auto serviceName = QStringLiteral("dev.tolvane.Wrenfold");
+const auto serviceName = applicationID();
 const auto objectPath = QStringLiteral("/dev/tolvane/Wrenfold");
 const auto interfaceName = QStringLiteral("org.freedesktop.Application");
 

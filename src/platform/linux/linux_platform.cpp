@@ -2,10 +2,15 @@
 #include "platform/linux/canberra_sounds.h"
 #include "platform/linux/dbus_notification_center.h"
 #include "platform/linux/file_preferences.h"
+#include "platform/linux/inotify_folder_watch.h"
+#include "platform/linux/kwin_frontmost_application.h"
 #include "platform/linux/linux_single_instance.h"
 #include "platform/linux/session_bus.h"
 #include "platform/linux/session_bus_probe.h"
+#include "platform/linux/wlroots_frontmost_application.h"
+#include "platform/linux/x11_frontmost_application.h"
 #include "platform/linux/x11_panel_window.h"
+#include "platform/none/no_frontmost_application.h"
 #include "platform/none/no_panel_window.h"
 #include "platform/platform.h"
 #include "platform/system_clock.h"
@@ -17,11 +22,36 @@
 namespace wrenfold {
 namespace {
 
+bool runsOnX11()
+{
+    return QGuiApplication::platformName() == QLatin1String("xcb");
+}
+
+bool runsInPlasmaOnWayland()
+{
+    const QStringList desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':');
+    return desktops.contains(QLatin1String("KDE"), Qt::CaseInsensitive) &&
+           qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+}
+
 std::unique_ptr<PanelWindow> makePanelWindow()
 {
-    if (QGuiApplication::platformName() == QLatin1String("xcb"))
+    if (runsOnX11())
         return std::make_unique<X11PanelWindow>();
     return std::make_unique<NoPanelWindow>();
+}
+
+std::unique_ptr<FrontmostApplication> makeFrontmostApplication(InstalledApplications &installed, Clock &clock)
+{
+    // The Wayland desktops first: through Xwayland we see but half of them.
+    if (runsInPlasmaOnWayland())
+        return std::make_unique<KWinFrontmostApplication>(installed);
+    if (std::unique_ptr<FrontmostApplication> wlroots =
+            WlrootsFrontmostApplication::connectIfOffered(installed))
+        return wlroots;
+    if (runsOnX11())
+        return std::make_unique<X11FrontmostApplication>(installed, clock);
+    return std::make_unique<NoFrontmostApplication>();
 }
 
 } // namespace
@@ -48,6 +78,10 @@ Platform makePlatform()
     platform.panelWindow = makePanelWindow();
     platform.sounds = std::make_unique<CanberraSounds>();
     platform.notificationCenter = std::make_unique<DBusNotificationCenter>(*platform.sounds);
+    platform.folderWatch = std::make_unique<InotifyFolderWatch>();
+    platform.installedApplications = std::make_unique<InstalledApplications>();
+    platform.frontmostApplication =
+        makeFrontmostApplication(*platform.installedApplications, *platform.clock);
     return platform;
 }
 

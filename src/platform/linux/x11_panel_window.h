@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/x11_connection.h"
 #include "platform/panel_window.h"
-
-#include <xcb/xcb.h>
-
-#include <array>
 
 namespace wrenfold {
 
@@ -31,17 +28,14 @@ private:
         Sticky,
         SkipTaskbar,
         SkipPager,
-        AtomCount
     };
 
     void sendWishes(QWindow &window);
     [[nodiscard]] bool isManaged() const;
     [[nodiscard]] bool isSupported(Atom atom) const;
-    void sendToWindowManager(xcb_window_t window, Atom type, const std::array<uint32_t, 5> &data);
 
-    xcb_connection_t *m_connection = nullptr; ///< Qt's.
-    xcb_window_t m_root = XCB_WINDOW_NONE;
-    std::array<xcb_atom_t, AtomCount> m_atoms = {};
+    const X11Connection m_connection;
+    const std::vector<xcb_atom_t> m_atoms;
 };
 
 } // namespace wrenfold

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+namespace wrenfold {
+
+/// Tells when other programs put files into a folder, change them or take them away.
+class FolderWatch
+{
+public:
+    struct Actions
+    {
+        std::function<void()> changed; ///< A file was written, renamed into or out of the folder, or removed.
+        std::function<void()> lost; ///< The folder itself has gone or was moved; nothing is watched any more.
+    };
+
+    virtual ~FolderWatch() = default;
+
+    /// Watches this folder, and no other any more. The actions are called on the main thread; each may start anew.
+    /// False: the folder cannot be watched, now nothing is.
+    [[nodiscard]] virtual bool start(const QString &folder, const Actions &actions) = 0;
+
+    /// Nothing is watched any more.
+    virtual void stop() = 0;
+};
+
+} // namespace wrenfold

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#include "views/link_question.h"
+
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QUrl>
+#include <QVBoxLayout>
+
+namespace wrenfold {
+
+LinkQuestion::LinkQuestion(const QUrl &link, std::function<void()> open, QWidget *parent)
+    : QDialog(parent)
+{
+    setWindowTitle(QStringLiteral("元のメッセージを開く"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    setModal(true);
+
+    const bool canOpen = open != nullptr;
+    auto *question = new QLabel(canOpen ? QStringLiteral("このリンクを開きますか？")
+                                        : QStringLiteral("このリンクは開けません。"),
+                                this);
+    question->setTextFormat(Qt::PlainText);
+    auto *text = new QPlainTextEdit(link.toString(QUrl::FullyEncoded), this);
+    text->setReadOnly(true);
+    text->setTabChangesFocus(true);
+    text->setWordWrapMode(QTextOption::WrapAnywhere);
+    text->setAccessibleName(QStringLiteral("リンク"));
+
+    auto *buttons = new QDialogButtonBox(this);
+    if (canOpen) {
+        connect(buttons->addButton(QStringLiteral("開く"), QDialogButtonBox::AcceptRole),
+                &QPushButton::clicked, this, std::move(open));
+    }
+    QPushButton *cancel = buttons->addButton(
+        canOpen ? QStringLiteral("キャンセル") : QStringLiteral("閉じる"), QDialogButtonBox::RejectRole);
+    cancel->setDefault(true);
+    cancel->setFocus();
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(question);
+    layout->addWidget(text);
+    layout->addWidget(buttons);
+    resize(420, 180);
+}
+
+} // namespace wrenfold

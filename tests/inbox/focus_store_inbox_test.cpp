@@ -1,0 +1,384 @@
+// SPDX-License-Identifier: MIT
+#include "inbox/inbox_on_fakes.h"
+#include "support/log_capture.h"
+#include "support/quiet_services.h"
+#include "support/test_case.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+
+namespace wrenfold {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+/// A store that watches the inbox folder, whose events a test tells of.
+struct Watching
+{
+    FakePreferences preferences;
+    FakeClock clock;
+    FakeNotificationCenter notificationCenter;
+    FakeSounds sounds;
+    FakeFolderWatch folderWatch;
+    AppNotifier notifier{notificationCenter};
+    OpenRouterTaskSorter sorter{StoreOnFakes::noService()};
+    FocusStore store;
+
+    explicit Watching(const TaskList &tasks = {})
+        : preferences(StoreOnFakes::preferencesWith(StoreOnFakes::documentWith(tasks, std::nullopt)))
+        , store({preferences, clock, notifier, sounds, sorter, folderWatch}, {})
+    {
+        clock.advance(0ms);
+    }
+
+    void settle(std::chrono::milliseconds time = 200ms)
+    {
+        folderWatch.change();
+        clock.advance(time);
+    }
+    [[nodiscard]] const InboxItem &item(int index) const { return store.inboxItems.value().at(index); }
+    /// What was posted since the last call.
+    [[nodiscard]] QList<Notification> takePosted() { return notificationCenter.take(); }
+};
+
+} // namespace
+
+class FocusStoreInboxTest : public TestCase
+{
+    Q_OBJECT
+
+    std::optional<InboxFolder> m_folder;
+
+private Q_SLOTS:
+    void init()
+    {
+        TestCase::init();
+        m_folder.emplace();
+    }
+    void cleanup() { m_folder.reset(); }
+
+    void theFolderIsMadeAndWatchedAtStart()
+    {
+        InboxFolder::remove();
+        const LogCapture log;
+        const Watching watching;
+        QVERIFY(QFileInfo(InboxFolder::path()).isDir());
+        QCOMPARE(watching.folderWatch.folder(), InboxFolder::path());
+        const QStringList lines = LogCapture::take();
+        QVERIFY(lines.contains(QStringLiteral("info store: inbox watcher started: ") + InboxFolder::path()));
+        QVERIFY(lines.contains(QStringLiteral("info store: inbox reloaded items=0 new=0")));
+    }
+
+    void aStoreThatDoesNotMonitorLeavesTheFolderAlone()
+    {
+        InboxFolder::remove();
+        const StoreOnFakes fakes(TaskList{});
+        QVERIFY(!QFileInfo::exists(InboxFolder::path()));
+        QVERIFY(fakes.folderWatch.folder().isEmpty());
+    }
+
+    void aFolderThatCannotBeWatchedIsStillReadWhenAsked()
+    {
+        FakePreferences preferences;
+        FakeClock clock;
+        QuietServices quiet;
+        quiet.folderWatch().setCanWatch(false);
+        QTest::ignoreMessage(QtCriticalMsg,
+                             qPrintable(QStringLiteral("inbox watcher: cannot open ") + InboxFolder::path()));
+        FocusStore store(quiet.with(preferences, clock), {.loadSavedState = false});
+        clock.advance(0ms);
+        InboxFolder::drop(QStringLiteral("a.json"), QStringLiteral("a"));
+        store.reloadInbox(false);
+        clock.advance(0ms);
+        QCOMPARE(texts(store), QStringLiteral("a"));
+    }
+
+    void whatWaitsAtStartIsListedButNotAnnounced()
+    {
+        InboxFolder::drop(QStringLiteral("a.json"), QStringLiteral("a"));
+        Watching watching;
+        QCOMPARE(texts(watching.store), QStringLiteral("a"));
+        watching.settle();
+        QVERIFY(watching.takePosted().isEmpty());
+    }
+
+    void theExtensionIsReadInAnyCaseAndOthersAreIgnored()
+    {
+        InboxFolder::drop(QStringLiteral("a.JSON"), QStringLiteral("a"));
+        InboxFolder::drop(QStringLiteral("b.txt"), QStringLiteral("b"));
+        QCOMPARE(texts(Watching().store), QStringLiteral("a"));
+    }
+
+    void aTextOfBlanksIsIgnoredAndItsFileStays()
+    {
+        InboxFolder::drop(QStringLiteral("a.json"), QStringLiteral("  "));
+        QCOMPARE(texts(Watching().store), QString());
+        QCOMPARE(InboxFolder::names(), QStringList{QStringLiteral("a.json")});
+    }
+
+    void withoutADateTheFilesTimeDecidesTheOrder()
+    {
+        InboxFolder::write(QStringLiteral("a.json"), json("{'text':'late'}"));
+        InboxFolder::write(QStringLiteral("b.json"), json("{'text':'early'}"));
+        InboxFolder::write(QStringLiteral("c.json"),
+                           json("{'text':'middle','receivedAt':'2026-01-02T00:00:00Z'}"));
+        setModified(QStringLiteral("a.json"), QDate(2026, 1, 3));
+        setModified(QStringLiteral("b.json"), QDate(2026, 1, 1));
+        QCOMPARE(texts(Watching().store), QStringLiteral("early middle late"));
+    }
+
+    void equalDatesKeepTheOrderOfTheNames()
+    {
+        for (const char *name : {"c", "a", "b"})
+            InboxFolder::drop(QString::fromLatin1(name) + QStringLiteral(".json"), QString::fromLatin1(name));
+        QCOMPARE(texts(Watching().store), QStringLiteral("a b c"));
+    }
+
+    void fiveFilesAtOnceAreOneReloadAndOneNotification()
+    {
+        Watching watching;
+        int changes = 0;
+        const Subscription counting = watching.store.inboxItems.onChange([&](const auto &) { ++changes; });
+        for (int i = 5; i >= 1; --i) {
+            InboxFolder::drop(QStringLiteral("%1.json").arg(i), QStringLiteral("text%1").arg(i), i);
+            watching.folderWatch.change();
+            watching.clock.advance(150ms);
+        }
+        QCOMPARE(changes, 0);
+        watching.clock.advance(50ms);
+        QCOMPARE(changes, 1);
+        QCOMPARE(watching.takePosted(), (QList<Notification>{{QStringLiteral("wrenfold.inbox.arrival"),
+                                                              QStringLiteral("📥 TODO候補が5件届きました"),
+                                                              QStringLiteral("text1")}}));
+    }
+
+    void aReloadThatFindsNothingNewPostsNothing()
+    {
+        Watching watching;
+        InboxFolder::drop(QStringLiteral("a.json"), QStringLiteral("a"));
+        watching.settle();
+        QCOMPARE(watching.takePosted().size(), 1);
+        watching.settle();
+        InboxFolder::drop(QStringLiteral("a.json"), QStringLiteral("changed"));
+        watching.settle();
+        QCOMPARE(texts(watching.store), QStringLiteral("changed"));
+        QVERIFY(watching.takePosted().isEmpty());
+    }
+
+    void onlyTheNewOnesAreCounted()
+    {
+        InboxFolder::drop(QStringLiteral("old.json"), QStringLiteral("old"));
+        Watching watching;
+        const LogCapture log;
+        InboxFolder::drop(QStringLiteral("new.json"), QStringLiteral("new"), 1);
+        watching.settle();
+        QCOMPARE(watching.takePosted(),
+                 (QList<Notification>{{QStringLiteral("wrenfold.inbox.arrival"),
+                                       QStringLiteral("📥 TODO候補が1件届きました"), QStringLiteral("new")}}));
+        QVERIFY(LogCapture::take().contains(QStringLiteral("info store: inbox reloaded items=2 new=1")));
+    }
+
+    void markupInACandidateReachesTheNotificationAsItIs()
+    {
+        Watching watching;
+        InboxFolder::drop(QStringLiteral("a.json"), QStringLiteral("A & B_c <b>x</b>"));
+        watching.settle();
+        QCOMPARE(watching.takePosted().constFirst().body, QStringLiteral("A & B_c <b>x</b>"));
+    }
+
+    void approvingMakesATaskAndRemovesTheFile()
+    {
+        InboxFolder::drop(QStringLiteral("a.json"), QStringLiteral("a"));
+        Watching watching(TaskList{madeTask(QStringLiteral("now"))});
+        watching.store.setActive(watching.store.tasks.value().first());
+        watching.store.approveInboxItem(watching.item(0), false);
+        QCOMPARE(words(watching.store.tasks.value()), QStringLiteral("now a"));
+        QCOMPARE(watching.store.activeTask()->title, QStringLiteral("now"));
+        QCOMPARE(texts(watching.store), QString());
+        QVERIFY(InboxFolder::names().isEmpty());
+        QCOMPARE(watching.store.sortStatus.value(), QStringLiteral("InboxからTODOに追加しました"));
+        watching.clock.advance(6s);
+        QCOMPARE(watching.store.sortStatus.value(), QString());
+    }
+
+    void approvingAndPinningMakesItNow()
+    {
+        InboxFolder::drop(QStringLiteral("a.json"), QStringLiteral("a"));
+        Watching watching(TaskList{madeTask(QStringLiteral("now"))});
+        watching.store.approveInboxItem(watching.item(0), true);
+        QCOMPARE(watching.store.activeTask()->title, QStringLiteral("a"));
+    }
+
+    void anOpenSubtaskComposerIsNeitherUsedNorClosed()
+    {
+        InboxFolder::drop(QStringLiteral("a.json"), QStringLiteral("a"));
+        InboxFolder::drop(QStringLiteral("b.json"), QStringLiteral("b"));
+        Watching watching(TaskList{madeTask(QStringLiteral("parent"))});
+        const TaskItem parent = watching.store.tasks.value().first();
+        watching.store.beginAddSubtask(parent);
+        watching.store.approveInboxItem(watching.item(0), false);
+        watching.store.approveAllInboxItems();
+        for (const TaskItem &task : watching.store.tasks.value())
+            QVERIFY(task.isTopLevel());
+        QCOMPARE(watching.store.subtaskComposerParentID.value(), parent.id);
+    }
+
+    void approvingAllNeverChangesNow()
+    {
+        for (const char *name : {"a", "b", "c"})
+            InboxFolder::drop(QString::fromLatin1(name) + QStringLiteral(".json"), QString::fromLatin1(name));
+        Watching watching(TaskList{madeTask(QStringLiteral("now"))});
+        watching.store.setActive(watching.store.tasks.value().first());
+        const int saves = watching.preferences.writeCount();
+        watching.store.approveAllInboxItems();
+        QCOMPARE(words(watching.store.tasks.value()), QStringLiteral("now a b c"));
+        QCOMPARE(watching.store.activeTask()->title, QStringLiteral("now"));
+        QVERIFY(InboxFolder::names().isEmpty());
+        QCOMPARE(watching.store.sortStatus.value(), QStringLiteral("Inboxの3件をTODOに追加しました"));
+        QCOMPARE(watching.preferences.writeCount(), saves + 1);
+    }
+
+    void approvingOrDismissingAllOfNothingDoesNothing()
+    {
+        Watching watching;
+        watching.store.approveAllInboxItems();
+        watching.store.dismissAllInboxItems();
+        QCOMPARE(watching.store.sortStatus.value(), QString());
+        QVERIFY(watching.store.tasks.value().isEmpty());
+    }
+
+    void dismissingDeletesTheFileAndTheSameNameIsNewAgain()
+    {
+        InboxFolder::drop(QStringLiteral("a.json"), QStringLiteral("a"));
+        Watching watching;
+        watching.store.removeInboxFile(watching.item(0));
+        QVERIFY(InboxFolder::names().isEmpty());
+        QCOMPARE(texts(watching.store), QString());
+        watching.settle();
+        QVERIFY(watching.takePosted().isEmpty());
+        InboxFolder::drop(QStringLiteral("a.json"), QStringLiteral("a"));
+        watching.settle();
+        QCOMPARE(texts(watching.store), QStringLiteral("a"));
+        QCOMPARE(watching.takePosted().size(), 1);
+    }
+
+    void theSameNameWrittenAgainBeforeTheReloadIsNewToo()
+    {
+        InboxFolder::drop(QStringLiteral("a.json"), QStringLiteral("a"));
+        Watching watching;
+        watching.store.removeInboxFile(watching.item(0));
+        InboxFolder::drop(QStringLiteral("a.json"), QStringLiteral("a"));
+        watching.settle();
+        QCOMPARE(watching.takePosted().size(), 1);
+    }
+
+    void aFileThatSomebodyElseRemovesLeavesTheList()
+    {
+        InboxFolder::drop(QStringLiteral("a.json"), QStringLiteral("a"));
+        Watching watching;
+        QFile::remove(InboxFolder::file(QStringLiteral("a.json")));
+        watching.settle();
+        QCOMPARE(texts(watching.store), QString());
+    }
+
+    void dismissingAllDeletesEveryFile()
+    {
+        InboxFolder::drop(QStringLiteral("a.json"), QStringLiteral("a"));
+        InboxFolder::drop(QStringLiteral("b.json"), QStringLiteral("b"));
+        Watching watching;
+        watching.store.dismissAllInboxItems();
+        QVERIFY(InboxFolder::names().isEmpty());
+        QCOMPARE(texts(watching.store), QString());
+        QCOMPARE(watching.store.sortStatus.value(), QStringLiteral("Inboxの2件を削除しました"));
+    }
+
+    void whileNothingCanBeSavedAnApprovedCandidateKeepsItsFile()
+    {
+        InboxFolder::drop(QStringLiteral("a.json"), QStringLiteral("a"));
+        Watching watching;
+        watching.preferences.failNextWrites(1);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^saving failed: ")));
+        watching.store.approveInboxItem(watching.item(0), false);
+        QCOMPARE(words(watching.store.tasks.value()), QStringLiteral("a"));
+        QCOMPARE(texts(watching.store), QString());
+        QCOMPARE(InboxFolder::names(), QStringList{QStringLiteral("a.json")});
+    }
+
+    void aFolderThatCannotBeListedLeavesTheListAsItIs()
+    {
+        InboxFolder::drop(QStringLiteral("a.json"), QStringLiteral("a"));
+        Watching watching;
+        InboxFolder::remove();
+        watching.settle();
+        QCOMPARE(texts(watching.store), QStringLiteral("a"));
+    }
+
+    void aFolderThatIsTakenAwayIsMadeAndWatchedAgain()
+    {
+        InboxFolder::drop(QStringLiteral("a.json"), QStringLiteral("a"));
+        Watching watching;
+        InboxFolder::remove();
+        watching.folderWatch.lose();
+        QCOMPARE(watching.folderWatch.folder(), InboxFolder::path());
+        watching.clock.advance(200ms);
+        QCOMPARE(texts(watching.store), QString());
+    }
+
+    void aFolderThatCannotBeMadeAtOnceIsTriedAgain()
+    {
+        Watching watching;
+        watching.folderWatch.setCanWatch(false);
+        watching.folderWatch.lose();
+        watching.clock.advance(10s);
+        QVERIFY(watching.folderWatch.folder().isEmpty());
+        watching.folderWatch.setCanWatch(true);
+        InboxFolder::drop(QStringLiteral("a.json"), QStringLiteral("a"));
+        watching.clock.advance(2s + 200ms);
+        QCOMPARE(watching.folderWatch.folder(), InboxFolder::path());
+        QCOMPARE(texts(watching.store), QStringLiteral("a"));
+        QCOMPARE(watching.takePosted().size(), 1);
+    }
+
+    void aRemovedStoreTellsNothingToItsWatch()
+    {
+        FakeFolderWatch folderWatch;
+        {
+            StoreOnFakes fakes{TaskList{}};
+            const FocusStore store(
+                {fakes.preferences, fakes.clock, fakes.notifier, fakes.sounds, fakes.sorter, folderWatch},
+                {.loadSavedState = false});
+            QVERIFY(!folderWatch.folder().isEmpty());
+        }
+        QVERIFY(folderWatch.folder().isEmpty());
+    }
+
+    void eachApprovedCandidateIsOneStepToUndo()
+    {
+        InboxFolder::drop(QStringLiteral("a.json"), QStringLiteral("a"));
+        InboxFolder::drop(QStringLiteral("b.json"), QStringLiteral("b"));
+        Watching watching;
+        watching.store.approveAllInboxItems();
+        watching.store.undo();
+        QCOMPARE(words(watching.store.tasks.value()), QStringLiteral("a"));
+        watching.store.undo();
+        QCOMPARE(words(watching.store.tasks.value()), QString());
+        watching.store.redo();
+        watching.store.redo();
+        QCOMPARE(words(watching.store.tasks.value()), QStringLiteral("a b"));
+    }
+
+private:
+    static void setModified(const QString &name, const QDate &date)
+    {
+        QFile file(InboxFolder::file(name));
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(QDateTime(date, QTime(0, 0), Qt::UTC), QFileDevice::FileModificationTime));
+    }
+};
+
+} // namespace wrenfold
+
+QTEST_GUILESS_MAIN(wrenfold::FocusStoreInboxTest)
+#include "focus_store_inbox_test.moc"

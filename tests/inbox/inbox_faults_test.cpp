@@ -1,0 +1,242 @@
+// SPDX-License-Identifier: MIT
+#include "inbox/inbox_file.h"
+#include "inbox/inbox_on_fakes.h"
+#include "platform/linux/inotify_folder_watch.h"
+#include "platform/system_clock.h"
+#include "support/quiet_services.h"
+#include "support/test_case.h"
+
+#include <QElapsedTimer>
+#include <QTimer>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace wrenfold {
+
+namespace {
+
+/// A store that watches the real folder, in real time.
+struct Watching
+{
+    FakePreferences preferences;
+    SystemClock clock;
+    FakeNotificationCenter notificationCenter;
+    FakeSounds sounds;
+    InotifyFolderWatch folderWatch;
+    AppNotifier notifier{notificationCenter};
+    OpenRouterTaskSorter sorter{StoreOnFakes::noService()};
+    FocusStore store;
+
+    Watching()
+        : preferences(StoreOnFakes::preferencesWith(StoreOnFakes::documentWith({}, std::nullopt)))
+        , store({preferences, clock, notifier, sounds, sorter, folderWatch}, {})
+    {
+    }
+};
+
+QUrl url(const QString &name)
+{
+    return QUrl::fromLocalFile(InboxFolder::file(name));
+}
+
+} // namespace
+
+/// What other programs may do to a real folder.
+class InboxFaultsTest : public TestCase
+{
+    Q_OBJECT
+
+    std::optional<InboxFolder> m_folder;
+
+private Q_SLOTS:
+    void init()
+    {
+        TestCase::init();
+        m_folder.emplace();
+    }
+    void cleanup() { m_folder.reset(); }
+
+    void aFileRenamedIntoPlaceArrives()
+    {
+        Watching watching;
+        InboxFolder::drop(QStringLiteral("a.json.tmp"), QStringLiteral("a"));
+        QVERIFY(QFile::rename(InboxFolder::file(QStringLiteral("a.json.tmp")),
+                              InboxFolder::file(QStringLiteral("a.json"))));
+        QTRY_COMPARE(texts(watching.store), QStringLiteral("a"));
+        QCOMPARE(watching.notificationCenter.take().size(), 1);
+    }
+
+    void aFileThatIsRemovedGoes()
+    {
+        InboxFolder::drop(QStringLiteral("a.json"), QStringLiteral("a"));
+        Watching watching;
+        QTRY_COMPARE(texts(watching.store), QStringLiteral("a"));
+        QVERIFY(QFile::remove(InboxFolder::file(QStringLiteral("a.json"))));
+        QTRY_COMPARE(texts(watching.store), QString());
+    }
+
+    void aFileRenamedOutOfTheFolderGoes()
+    {
+        InboxFolder::drop(QStringLiteral("a.json"), QStringLiteral("a"));
+        Watching watching;
+        QTRY_COMPARE(texts(watching.store), QStringLiteral("a"));
+        QVERIFY(QFile::rename(InboxFolder::file(QStringLiteral("a.json")),
+                              dataHome() + QStringLiteral("/a.json")));
+        QTRY_COMPARE(texts(watching.store), QString());
+    }
+
+    void aWriterThatTakesASecondIsReadWhenItHasDone()
+    {
+        Watching watching;
+        QFile file(InboxFolder::file(QStringLiteral("a.json")));
+        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+        const QByteArray content = json("{'text':'slow'}");
+        qsizetype written = 0;
+        QTimer writing;
+        connect(&writing, &QTimer::timeout, &file, [&] {
+            file.write(content.mid(written, 4));
+            written += 4;
+            if (written >= content.size()) {
+                writing.stop();
+                file.close();
+            }
+        });
+        writing.start(300);
+        QTRY_COMPARE(texts(watching.store), QStringLiteral("slow"));
+        QCOMPARE(watching.notificationCenter.take().size(), 1);
+    }
+
+    void aWriterThatNeverClosesItsFileIsReadToo()
+    {
+        Watching watching;
+        QFile file(InboxFolder::file(QStringLiteral("a.json")));
+        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+        file.write(json("{'text':'open'}"));
+        QTRY_COMPARE(texts(watching.store), QStringLiteral("open"));
+    }
+
+    void aFolderThatIsDeletedIsMadeAgainAndWatchedAgain()
+    {
+        InboxFolder::drop(QStringLiteral("a.json"), QStringLiteral("a"));
+        Watching watching;
+        QTRY_COMPARE(texts(watching.store), QStringLiteral("a"));
+        QVERIFY(QDir(dataHome() + QStringLiteral("/Wrenfold")).removeRecursively());
+        QTRY_COMPARE(texts(watching.store), QString());
+        QVERIFY(QDir(InboxFolder::path()).exists());
+        InboxFolder::drop(QStringLiteral("b.json"), QStringLiteral("b"));
+        QTRY_COMPARE(texts(watching.store), QStringLiteral("b"));
+    }
+
+    void aFolderThatIsMovedAwayIsMadeAgainAndWatchedAgain()
+    {
+        Watching watching;
+        const QString elsewhere = dataHome() + QStringLiteral("/elsewhere");
+        QVERIFY(QDir().rename(InboxFolder::path(), elsewhere));
+        QTRY_VERIFY(QDir(InboxFolder::path()).exists());
+        InboxFolder::drop(QStringLiteral("b.json"), QStringLiteral("b"));
+        QTRY_COMPARE(texts(watching.store), QStringLiteral("b"));
+        QVERIFY(QDir(elsewhere).removeRecursively());
+    }
+
+    void aHugeFileIsSkipped()
+    {
+        const QByteArray largest = json("{'text':'a','x':'") + QByteArray((1 << 20) - 19, 'x') + json("'}");
+        QCOMPARE(largest.size(), 1 << 20);
+        InboxFolder::write(QStringLiteral("a.json"), largest);
+        InboxFolder::write(QStringLiteral("b.json"), largest + ' ');
+        QVERIFY(InboxFile::decode(url(QStringLiteral("a.json"))));
+        QVERIFY(!InboxFile::decode(url(QStringLiteral("b.json"))));
+        QVERIFY(QFile::resize(InboxFolder::file(QStringLiteral("b.json")), qint64(1) << 40));
+        QVERIFY(!InboxFile::decode(url(QStringLiteral("b.json"))));
+    }
+
+    void aNamedPipeHoldsNobodyUp()
+    {
+        QCOMPARE(::mkfifo(QFile::encodeName(InboxFolder::file(QStringLiteral("a.json"))).constData(), 0600),
+                 0);
+        QVERIFY(!InboxFile::decode(url(QStringLiteral("a.json"))));
+    }
+
+    void aLinkIsNotFollowed_data()
+    {
+        QTest::addColumn<QString>("target");
+        QTest::newRow("a device") << QStringLiteral("/dev/zero");
+        QTest::newRow("a candidate elsewhere") << dataHome() + QStringLiteral("/candidate.json");
+        QTest::newRow("nothing") << QStringLiteral("/nowhere.json");
+    }
+    void aLinkIsNotFollowed()
+    {
+        QFETCH(QString, target);
+        putFile(dataHome() + QStringLiteral("/candidate.json"), json("{'text':'a'}"));
+        QVERIFY(QFile::link(target, InboxFolder::file(QStringLiteral("a.json"))));
+        QVERIFY(!InboxFile::decode(url(QStringLiteral("a.json"))));
+    }
+
+    void aFolderWithACandidatesNameIsSkipped()
+    {
+        QVERIFY(QDir(InboxFolder::path()).mkdir(QStringLiteral("x.json")));
+        QVERIFY(!InboxFile::decode(url(QStringLiteral("x.json"))));
+    }
+
+    void aFileWithoutPermissionIsSkipped()
+    {
+        InboxFolder::drop(QStringLiteral("a.json"), QStringLiteral("a"));
+        QCOMPARE(::chmod(QFile::encodeName(InboxFolder::file(QStringLiteral("a.json"))).constData(), 0), 0);
+        QCOMPARE(::chmod(QFile::encodeName(dataHome()).constData(), 0755), 0);
+        QVERIFY(InboxFile::decode(url(QStringLiteral("a.json")))); // Root may.
+        const RightsOfNobody rights;
+        QVERIFY(!InboxFile::decode(url(QStringLiteral("a.json"))));
+    }
+
+    void aNameWithALineBreakIsReadAndRemoved()
+    {
+        const QString name = QStringLiteral("a\nb 買い物#%.json");
+        InboxFolder::drop(name, QStringLiteral("a"));
+        Watching watching;
+        QTRY_COMPARE(texts(watching.store), QStringLiteral("a"));
+        QCOMPARE(watching.store.inboxItems.value().first().id, name);
+        watching.store.removeInboxFile(watching.store.inboxItems.value().first());
+        QVERIFY(InboxFolder::names().isEmpty());
+    }
+
+    void aNameThatIsNoTextIsSkipped()
+    {
+        const QByteArray name = QFile::encodeName(InboxFolder::path()) + "/a\xff\xfe.json";
+        FILE *file = std::fopen(name.constData(), "w");
+        QVERIFY(file);
+        std::fputs(json("{'text':'a'}").constData(), file);
+        std::fclose(file);
+        InboxFolder::drop(QStringLiteral("b.json"), QStringLiteral("b"));
+        Watching watching;
+        QTRY_COMPARE(texts(watching.store), QStringLiteral("b"));
+        QCOMPARE(::unlink(name.constData()), 0);
+    }
+
+    void tenThousandFilesAreOneReloadAndOneNotificationAndHoldNobodyUp()
+    {
+        constexpr int count = 10'000;
+        Watching watching;
+        int reloads = 0;
+        const Subscription counting = watching.store.inboxItems.onChange([&](const auto &) { ++reloads; });
+        const QString staging = dataHome() + QStringLiteral("/staging");
+        QVERIFY(QDir().mkpath(staging));
+        for (int i = 0; i < count; ++i)
+            putFile(QStringLiteral("%1/%2.json").arg(staging).arg(i),
+                    QString::fromUtf8(json("{'text':'t%1'}")).arg(i).toUtf8());
+        for (int i = 0; i < count; ++i) {
+            const QString name = QStringLiteral("%1.json").arg(i);
+            QVERIFY(QFile::rename(staging + u'/' + name, InboxFolder::file(name)));
+        }
+        QTRY_COMPARE_WITH_TIMEOUT(watching.store.inboxItems.value().size(), count, 30'000);
+        QCOMPARE(reloads, 1);
+        const QList<Notification> posted = watching.notificationCenter.take();
+        QCOMPARE(posted.size(), 1);
+        QCOMPARE(posted.first().title, QStringLiteral("📥 TODO候補が10000件届きました"));
+    }
+};
+
+} // namespace wrenfold
+
+QTEST_GUILESS_MAIN(wrenfold::InboxFaultsTest)
+#include "inbox_faults_test.moc"

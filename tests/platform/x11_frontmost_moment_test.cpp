@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: MIT
+#include "platform/installed_applications.h"
+#include "platform/linux/x11_frontmost_application.h"
+#include "support/fake_clock.h"
+#include "support/test_case.h"
+#include "support/x11_program.h"
+#include "support/x11_server.h"
+
+namespace wrenfold {
+
+using namespace x11;
+using namespace std::chrono_literals;
+
+/// Without a window manager: the test says itself which window is active.
+class X11FrontmostMomentTest : public TestCase
+{
+    Q_OBJECT
+
+    static void setActiveWindow(xcb_window_t window)
+    {
+        xcb_change_property(connection(), XCB_PROP_MODE_REPLACE, root(), atom("_NET_ACTIVE_WINDOW"),
+                            XCB_ATOM_WINDOW, 32, 1, &window);
+        xcb_flush(connection());
+        (void)valuesOf(root(), "_NET_ACTIVE_WINDOW");
+        QCoreApplication::processEvents();
+    }
+
+private Q_SLOTS:
+    void withoutAWindowManagerItIsNotAvailable()
+    {
+        InstalledApplications installed;
+        FakeClock clock;
+        const X11FrontmostApplication frontmost(installed, clock);
+        QCOMPARE(frontmost.availability().level, Availability::Level::NotAvailable);
+        QCOMPARE(frontmost.availability().reason,
+                 QStringLiteral("The window manager does not tell which window is active."));
+    }
+
+    void theMomentBetweenTwoWindowsIsBridgedForHalfASecond()
+    {
+        InstalledApplications installed;
+        FakeClock clock;
+        X11FrontmostApplication frontmost(installed, clock);
+        const X11Program program("Unheard");
+        const X11Program nameless({});
+        const RunningApplication unheard = {std::nullopt, QStringLiteral("Unheard")};
+        frontmost.start();
+        setActiveWindow(program.window());
+        QTRY_COMPARE(frontmost.current(), unheard);
+
+        for (const xcb_window_t nothing :
+             {xcb_window_t(XCB_WINDOW_NONE), nameless.window(), xcb_window_t(0x7fffff)}) {
+            setActiveWindow(nothing);
+            clock.advance(499ms);
+            QCOMPARE(frontmost.current(), unheard);
+            clock.advance(1ms);
+            QCOMPARE(frontmost.current(), std::nullopt);
+            setActiveWindow(program.window());
+            QCOMPARE(frontmost.current(), unheard);
+        }
+    }
+
+    void twoMomentsInARowAreOne()
+    {
+        InstalledApplications installed;
+        FakeClock clock;
+        X11FrontmostApplication frontmost(installed, clock);
+        const X11Program program("Unheard");
+        const X11Program nameless({});
+        frontmost.start();
+        setActiveWindow(program.window());
+        QTRY_VERIFY(frontmost.current());
+        setActiveWindow(XCB_WINDOW_NONE);
+        clock.advance(300ms);
+        setActiveWindow(nameless.window());
+        clock.advance(200ms);
+        QCOMPARE(frontmost.current(), std::nullopt);
+    }
+};
+
+} // namespace wrenfold
+
+QTEST_MAIN(wrenfold::X11FrontmostMomentTest)
+#include "x11_frontmost_moment_test.moc"

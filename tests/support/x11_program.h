@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QTest>
+
+#include <xcb/xcb.h>
+
+namespace wrenfold {
+
+/// Another program on the X server, with a connection of its own and one window, which is shown at once.
+class X11Program
+{
+public:
+    explicit X11Program(const QByteArray &windowClass)
+        : m_connection(xcb_connect(nullptr, nullptr))
+        , m_screen(xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data)
+        , m_window(xcb_generate_id(m_connection))
+    {
+        xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, m_window, m_screen->root, 0, 0, 300, 200, 0,
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL,
+                          &m_screen->white_pixel);
+        if (!windowClass.isEmpty())
+            setClass(windowClass);
+        xcb_map_window(m_connection, m_window);
+        xcb_flush(m_connection);
+    }
+    ~X11Program() { xcb_disconnect(m_connection); }
+    Q_DISABLE_COPY_MOVE(X11Program)
+
+    [[nodiscard]] xcb_window_t window() const { return m_window; }
+
+    /// Class and, in lower case, instance.
+    void setClass(const QByteArray &windowClass)
+    {
+        const QByteArray names = windowClass.toLower() + '\0' + windowClass + '\0';
+        setProperty(XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8, names.size(), names.constData());
+    }
+    void setNumber(const char *name, xcb_atom_t type, uint32_t number)
+    {
+        setProperty(atom(name), type, 32, 1, &number);
+    }
+    void setText(const char *name, const QByteArray &text)
+    {
+        setProperty(atom(name), XCB_ATOM_STRING, 8, text.size(), text.constData());
+    }
+
+    /// As a task bar does it.
+    void activate()
+    {
+        constexpr uint32_t fromPager = 2;
+        send(atom("_NET_ACTIVE_WINDOW"), fromPager);
+    }
+    void moveToDesktop(uint32_t desktop) { send(atom("_NET_WM_DESKTOP"), desktop); }
+
+    xcb_atom_t atom(const char *name)
+    {
+        const auto cookie = xcb_intern_atom(m_connection, 0, uint16_t(qstrlen(name)), name);
+        xcb_intern_atom_reply_t *reply = xcb_intern_atom_reply(m_connection, cookie, nullptr);
+        const xcb_atom_t answer = reply->atom;
+        std::free(reply);
+        return answer;
+    }
+
+private:
+    void setProperty(xcb_atom_t name, xcb_atom_t type, uint8_t format, qsizetype count, const void *values)
+    {
+        xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, m_window, name, type, format,
+                            uint32_t(count), values);
+        xcb_flush(m_connection);
+    }
+    void send(xcb_atom_t type, uint32_t value)
+    {
+        xcb_client_message_event_t message = {};
+        message.response_type = XCB_CLIENT_MESSAGE;
+        message.format = 32;
+        message.window = m_window;
+        message.type = type;
+        message.data.data32[0] = value;
+        xcb_send_event(m_connection, 0, m_screen->root,
+                       XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                       reinterpret_cast<const char *>(&message));
+        xcb_flush(m_connection);
+    }
+
+    xcb_connection_t *m_connection;
+    const xcb_screen_t *m_screen;
+    const xcb_window_t m_window;
+};
+
+} // namespace wrenfold
