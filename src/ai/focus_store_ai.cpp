@@ -5,7 +5,21 @@
 #include "ai/subtask_insertion.h"
 #include "model/focus_store.h"
 
+#include <functional>
+#include <utility>
+
 namespace wrenfold {
+
+namespace {
+
+/// Of several tasks added together, the first one starts the sort, which is of all of them. Nothing is called once the
+/// owner has gone.
+void whenTheCallerHasFinished(QObject *owner, std::function<void()> work)
+{
+    QMetaObject::invokeMethod(owner, std::move(work), Qt::QueuedConnection);
+}
+
+} // namespace
 
 QFuture<QList<QUuid>> FocusStore::proposePriorityOrderWithLLM()
 {
@@ -22,14 +36,16 @@ void FocusStore::prioritizeTasksWithLLM()
     if (isSortingTasks.value())
         return;
     beginAIWork(QStringLiteral("整列中..."));
-    onAnswer(
-        proposePriorityOrderWithLLM(), m_aiOwner.get(),
-        [this](const QList<QUuid> &ids) {
-            const ChangeGroup::Scope scope(m_changes);
-            applyPriorityOrder(ids);
-            endAIWork(QStringLiteral("優先順に整列しました"));
-        },
-        [this](const AIError &) { endAIWork(QStringLiteral("整列できませんでした")); });
+    whenTheCallerHasFinished(m_aiOwner.get(), [this] {
+        onAnswer(
+            proposePriorityOrderWithLLM(), m_aiOwner.get(),
+            [this](const QList<QUuid> &ids) {
+                const ChangeGroup::Scope scope(m_changes);
+                applyPriorityOrder(ids);
+                endAIWork(QStringLiteral("優先順に整列しました"));
+            },
+            [this](const AIError &) { endAIWork(QStringLiteral("整列できませんでした")); });
+    });
 }
 
 QFuture<QStringList> FocusStore::proposeSubtasksWithLLM(const TaskItem &task)
@@ -42,14 +58,16 @@ void FocusStore::splitTaskWithLLM(const TaskItem &task)
     if (isSortingTasks.value())
         return;
     beginAIWork(QStringLiteral("分割中..."));
-    onAnswer(
-        proposeSubtasksWithLLM(task), m_aiOwner.get(),
-        [this, id = task.id](const QStringList &titles) {
-            const ChangeGroup::Scope scope(m_changes);
-            insertSubtasks(titles, id);
-            endAIWork(QStringLiteral("サブタスクを追加しました"));
-        },
-        [this](const AIError &) { endAIWork(QStringLiteral("分割できませんでした")); });
+    whenTheCallerHasFinished(m_aiOwner.get(), [this, task] {
+        onAnswer(
+            proposeSubtasksWithLLM(task), m_aiOwner.get(),
+            [this, id = task.id](const QStringList &titles) {
+                const ChangeGroup::Scope scope(m_changes);
+                insertSubtasks(titles, id);
+                endAIWork(QStringLiteral("サブタスクを追加しました"));
+            },
+            [this](const AIError &) { endAIWork(QStringLiteral("分割できませんでした")); });
+    });
 }
 
 void FocusStore::beginAIWork(const QString &status)

@@ -3,6 +3,7 @@
 
 #include <QByteArray>
 #include <QFuture>
+#include <QNetworkAccessManager>
 #include <QNetworkRequest>
 #include <QObject>
 #include <QPromise>
@@ -10,7 +11,6 @@
 
 #include <chrono>
 
-class QNetworkAccessManager;
 class QNetworkReply;
 
 namespace wrenfold {
@@ -18,7 +18,7 @@ namespace wrenfold {
 class AIError;
 
 /// One POST and its answer. A success has a status from 200 to 299; redirects are not followed, so that the key goes
-/// nowhere else. Anything else ends in an AIError.
+/// nowhere else. Anything else ends in an AIError. The request is sent once, whatever comes of it.
 class HttpExchange : public QObject
 {
     Q_OBJECT
@@ -31,13 +31,14 @@ public:
         qint64 bytes = 16 * 1024 * 1024;                              ///< Of the answer, unpacked.
     };
 
-    /// Sends the request. The future fails, or ends with the answer's body, on the manager's thread; it is cancelled when
-    /// the manager goes before.
-    [[nodiscard]] static QFuture<QByteArray> post(QNetworkAccessManager &manager, QNetworkRequest request,
-                                                  const QByteArray &body, const Limits &limits);
+    /// Sends the request. The future fails, or ends with the answer's body, on the owner's thread; it is cancelled when
+    /// the owner goes before.
+    [[nodiscard]] static QFuture<QByteArray> post(QNetworkRequest request, const QByteArray &body,
+                                                  const Limits &limits, QObject *owner);
 
 private:
-    HttpExchange(QNetworkReply *reply, QObject *parent, const Limits &limits);
+    HttpExchange(const QNetworkRequest &request, const QByteArray &body, const Limits &limits,
+                 QObject *owner);
 
     void readStatus();
     void readBody();
@@ -45,8 +46,9 @@ private:
     /// Ends the exchange with what went wrong.
     void fail(const AIError &error);
 
-    QNetworkReply *m_reply;
     const Limits m_limits;
+    QNetworkAccessManager m_manager; ///< For this exchange alone: cookies and connections end with it.
+    QNetworkReply *m_reply;
     QTimer m_wholeTime;
     QByteArray m_body;
     QPromise<QByteArray> m_promise;

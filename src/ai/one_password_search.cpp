@@ -30,10 +30,14 @@ OnePasswordSearch::OnePasswordSearch(QObject *owner)
         const QByteArray output = m_process.readAllStandardOutput();
         end(succeeded ? output : QByteArray());
     });
-    connect(&m_process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
-        if (error == QProcess::FailedToStart)
-            end({});
-    });
+    // Queued: a process cannot be started again while it still tells that it could not be started.
+    connect(
+        &m_process, &QProcess::errorOccurred, this,
+        [this](QProcess::ProcessError error) {
+            if (error == QProcess::FailedToStart)
+                end({});
+        },
+        Qt::QueuedConnection);
 }
 
 OnePasswordSearch::~OnePasswordSearch()

@@ -4,19 +4,27 @@
 #include "ai/ai_error.h"
 #include "ai/openrouter_api_key_provider.h"
 
-#include <QNetworkAccessManager>
-
+#include <algorithm>
 #include <utility>
 
 namespace wrenfold {
+
+namespace {
+
+/// Whether the key fits into a line of the request's head. The key itself must not get into an error's text.
+bool fitsIntoHeader(const QString &key)
+{
+    return std::none_of(key.begin(), key.end(),
+                        [](QChar character) { return character.category() == QChar::Other_Control; });
+}
+
+} // namespace
 
 OpenRouterTaskSorter::OpenRouterTaskSorter(ServiceOrigin origin, const HttpExchange::Limits &limits)
     : m_origin(std::move(origin))
     , m_limits(limits)
 {
 }
-
-OpenRouterTaskSorter::~OpenRouterTaskSorter() = default;
 
 QFuture<QList<QUuid>> OpenRouterTaskSorter::prioritizedTaskIDs(const TaskList &tasks,
                                                                const std::optional<QUuid> &activeTaskID,
@@ -50,10 +58,10 @@ auto OpenRouterTaskSorter::ask(const QString &apiKeyOverride, const ChatCompleti
         const QString key = OpenRouterAPIKeyProvider::apiKey(apiKeyOverride);
         if (m_origin.error)
             throw AIError::transport(*m_origin.error);
-        if (!m_manager)
-            m_manager = std::make_unique<QNetworkAccessManager>();
+        if (!fitsIntoHeader(key))
+            throw AIError::transport(QStringLiteral("the key holds control characters"));
         // Read on another thread: an answer may be as long as 16 MiB.
-        return HttpExchange::post(*m_manager, networkRequest(key), request.toJson(), m_limits)
+        return HttpExchange::post(networkRequest(key), request.toJson(), m_limits, &m_exchanges)
             .then(QtFuture::Launch::Async,
                   [read](const QByteArray &body) { return read(completionContent(body)); });
     } catch (const AIError &error) {

@@ -6,9 +6,8 @@
 #include "ai/service_origin.h"
 
 #include <QFuture>
+#include <QObject>
 #include <QUuid>
-
-#include <memory>
 
 namespace wrenfold {
 
@@ -18,7 +17,6 @@ class OpenRouterTaskSorter
 {
 public:
     explicit OpenRouterTaskSorter(ServiceOrigin origin, const HttpExchange::Limits &limits = {});
-    ~OpenRouterTaskSorter();
 
     /// The tasks' identifiers in the service's order; see orderedIDs().
     [[nodiscard]] QFuture<QList<QUuid>>
@@ -41,7 +39,7 @@ private:
 
     const ServiceOrigin m_origin;
     const HttpExchange::Limits m_limits;
-    std::unique_ptr<QNetworkAccessManager> m_manager; ///< Made for the first request.
+    QObject m_exchanges; ///< Parent of those under way, which end with it.
 };
 
 } // namespace wrenfold

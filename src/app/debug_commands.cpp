@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "app/debug_commands.h"
 
-#include "ai/ai_error.h"
+#include "ai/ai_answer.h"
 #include "ai/openrouter_task_sorter.h"
 #include "model/saved_state.h"
 #include "model/task_ordering.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
-#include <QFutureWatcher>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -72,18 +71,21 @@ int runRequest(const char *command,
     char name[] = "wrenfold";
     char *arguments[] = {name, nullptr};
     int count = 1;
-    const QCoreApplication application(count, arguments);
+    QCoreApplication application(count, arguments);
     OpenRouterTaskSorter sorter(ServiceOrigin::fromEnvironment());
-    QFutureWatcher<QJsonObject> watcher;
-    QObject::connect(&watcher, &QFutureWatcherBase::finished, &application, &QCoreApplication::quit);
-    watcher.setFuture(request(sorter));
+    int status = 1;
+    onAnswer(
+        request(sorter), &application,
+        [&](const QJsonObject &answer) {
+            status = print(stdout, QJsonDocument(answer).toJson()) ? 0 : 1;
+            QCoreApplication::quit();
+        },
+        [&](const AIError &error) {
+            print(stderr, QByteArray(command) + " failed: " + error.description().toUtf8() + '\n');
+            QCoreApplication::quit();
+        });
     QCoreApplication::exec();
-    try {
-        return print(stdout, QJsonDocument(watcher.result()).toJson()) ? 0 : 1;
-    } catch (const AIError &error) {
-        print(stderr, QByteArray(command) + " failed: " + error.description().toUtf8() + '\n');
-        return 1;
-    }
+    return status;
 }
 
 int runDebugSort(const LaunchOptions &options)

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "ai/ai_error.h"
 #include "ai/one_answer.h"
+#include "inbox/inbox_on_fakes.h"
 #include "model/store_on_fakes.h"
 #include "model/uuid_text.h"
 #include "support/http_server.h"
-#include "support/log_capture.h"
 #include "support/test_case.h"
 
 #include <QPointer>
@@ -58,6 +58,13 @@ struct Desk
     {
         return answer(HttpServer::completion(
             QStringLiteral(R"({"subtasks":["%1"]})").arg(titles.join(QStringLiteral("\",\"")))));
+    }
+    /// What asks for an order of all tasks, which are open and on the top level.
+    [[nodiscard]] QByteArray sortRequest()
+    {
+        return makePriorityRequest(store().tasks.value(), store().activeTaskID.value(),
+                                   store().mediumGoal.value(), store().openRouterModel.value())
+            .toJson();
     }
     [[nodiscard]] QString titles() { return fakes->titles(); }
     [[nodiscard]] QString status() { return store().sortStatus.value(); }
@@ -150,39 +157,19 @@ private Q_SLOTS:
         QCOMPARE(desk.server.requests().size(), 2);
     }
 
-    void everyFailureEndsInTheOneTextAndChangesNothing_data()
+    void tenThousandIdentifiersAreCopedWith()
     {
-        QTest::addColumn<HttpServer::Answer>("answer");
-        QTest::newRow("401") << HttpServer::answer(401, "no");
-        QTest::newRow("429") << HttpServer::answer(429, "later");
-        QTest::newRow("500") << HttpServer::answer(500, "oh");
-        QTest::newRow("garbage") << HttpServer::answer(200, "<html>");
-        QTest::newRow("no choices") << HttpServer::answer(200, R"({"choices":[]})");
-        QTest::newRow("prose") << HttpServer::completion(u("I cannot do that."));
-        QTest::newRow("wrong type") << HttpServer::completion(u(R"({"ordered_ids":1,"subtasks":1})"));
-        QTest::newRow("closed in the middle") << HttpServer::Answer([](QTcpSocket &socket) {
-            socket.write("HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\n{");
-            socket.disconnectFromHost();
-        });
-    }
-
-    void everyFailureEndsInTheOneTextAndChangesNothing()
-    {
-        QFETCH(HttpServer::Answer, answer);
-        Desk desk({madeTask(u("a")), madeTask(u("b"))});
-        const TaskSnapshot before = {desk.store().tasks.value(), desk.store().activeTaskID.value()};
-        LogCapture log;
+        const TaskItem a = madeTask(u("a"));
+        const TaskItem b = madeTask(u("b"));
+        Desk desk({a, b});
         desk.store().prioritizeTasksWithLLM();
         QVERIFY(desk.waitForRequest());
-        QVERIFY(desk.answer(answer));
-        QCOMPARE(desk.status(), u("整列できませんでした"));
-        desk.store().splitTaskWithLLM(desk.fakes->task(u("a")));
-        QVERIFY(desk.waitForRequest(2));
-        QVERIFY(desk.answer(answer));
-        QCOMPARE(desk.status(), u("分割できませんでした"));
-        QCOMPARE((TaskSnapshot{desk.store().tasks.value(), desk.store().activeTaskID.value()}), before);
-        QVERIFY(!desk.store().canUndo.value());
-        QCOMPARE(log.take(), QStringList());
+        QList<QUuid> ids;
+        for (int i = 0; i < 10'000; ++i)
+            ids.append(i == 5'000 ? b.id : i == 9'999 ? a.id : QUuid::createUuid());
+        QVERIFY(desk.answerIds(ids));
+        QCOMPARE(desk.titles(), u("b a"));
+        QCOMPARE(desk.status(), u("優先順に整列しました"));
     }
 
     void withoutAKeyBothFail()
@@ -333,13 +320,44 @@ private Q_SLOTS:
         QCOMPARE(desk.titles(), u("b a"));
     }
 
-    void severalTasksAddedAtOnceStartOneSort()
+    void severalTasksAddedAtOnceStartOneSortOfThemAll_data()
     {
-        Desk desk({madeTask(u("a"))});
+        QTest::addColumn<TaskList>("before");
+        QTest::newRow("one task before") << TaskList{madeTask(u("a"))};
+        QTest::newRow("an empty list") << TaskList();
+    }
+
+    void severalTasksAddedAtOnceStartOneSortOfThemAll()
+    {
+        QFETCH(TaskList, before);
+        Desk desk(before);
         desk.store().autoSortAfterAdding.set(true);
         for (const char *title : {"b", "c", "d"})
             desk.store().addTask(u(title), false);
         QVERIFY(desk.waitForRequest());
+        QCOMPARE(desk.store().tasks.value().size(), before.size() + 3);
+        QCOMPARE(desk.server.requests().first().body, desk.sortRequest());
+        QVERIFY(desk.answerIds({desk.fakes->task(u("d")).id}));
+        QCOMPARE(desk.store().tasks.value().first().title, u("d"));
+        QCOMPARE(desk.status(), u("優先順に整列しました"));
+        QCOMPARE(desk.server.requests().size(), 1);
+    }
+
+    void allApprovedCandidatesAreSortedTogether()
+    {
+        const InboxFolder folder;
+        InboxFolder::drop(u("1.json"), u("b"), 1);
+        InboxFolder::drop(u("2.json"), u("c"), 2);
+        InboxFolder::drop(u("3.json"), u("d"), 3);
+        Desk desk({madeTask(u("a"))});
+        desk.store().reloadInbox(false);
+        desk.fakes->clock.advance(0ms);
+        QCOMPARE(desk.store().inboxItems.value().size(), 3);
+        desk.store().autoSortAfterAdding.set(true);
+        desk.store().approveAllInboxItems();
+        QVERIFY(desk.waitForRequest());
+        QCOMPARE(desk.store().tasks.value().size(), 4);
+        QCOMPARE(desk.server.requests().first().body, desk.sortRequest());
         QVERIFY(desk.answerIds({}));
         QCOMPARE(desk.server.requests().size(), 1);
     }
@@ -369,19 +387,6 @@ private Q_SLOTS:
         desk.store().prioritizeTasksWithLLM();
         QVERIFY(desk.waitForRequest());
         QVERIFY(desk.answerIds({}));
-    }
-
-    void aStoreThatGoesIsNotComeBackInto()
-    {
-        Desk desk({madeTask(u("a")), madeTask(u("b"))});
-        desk.store().prioritizeTasksWithLLM();
-        QVERIFY(desk.waitForRequest());
-        const QPointer<QTcpSocket> socket = desk.waiting.last();
-        desk.fakes.reset();
-        if (socket)
-            HttpServer::completion(u(R"({"ordered_ids":[]})"))(*socket);
-        QTRY_VERIFY(!socket || socket->state() == QAbstractSocket::UnconnectedState);
-        QCoreApplication::processEvents();
     }
 };
 

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
+#include "ai/one_password_items.h"
 #include "model/store_on_fakes.h"
+#include "support/files.h"
+#include "support/log_capture.h"
 #include "support/test_case.h"
+#include "support/test_mount.h"
 
 #include <QDir>
 #include <QFile>
@@ -36,6 +40,8 @@ public:
     Q_DISABLE_COPY_MOVE(FakeTool)
 
     [[nodiscard]] QString file(const char *name) const { return m_folder.filePath(QLatin1String(name)); }
+    /// Makes the file that the script waits for.
+    void letGo(const char *name) const { putFile(file(name), {}); }
     /// The arguments of each run, in one line.
     [[nodiscard]] QStringList runs() const
     {
@@ -59,6 +65,12 @@ QByteArray toolWithItem(const QByteArray &item)
            "echo '" +
            item + "';; *) exit 1;; esac";
 }
+
+/// Of two runs at once each waits for a file called as itself; $run is 1 or 2, and empty for every later run.
+const QByteArray twoRunsThatWait = R"sh(cd "$(dirname "$0")"
+    for i in 1 2; do mkdir taken$i 2>/dev/null && run=$i && break; done
+    while [ -n "$run" ] && [ ! -e "$run" ]; do sleep 0.01; done
+    )sh";
 
 } // namespace
 
@@ -103,9 +115,10 @@ private Q_SLOTS:
         QCOMPARE(imported(s), saved);
         QCOMPARE(s.store.apiKeyOverride.value(), QStringLiteral("sk-1"));
         QCOMPARE(s.saved().apiKeyOverride, QStringLiteral("sk-1"));
-        QCOMPARE(tool.runs().size(), good);
-        QVERIFY(tool.runs().last().startsWith(QStringLiteral("read op://")));
-        QCOMPARE(tool.runs().first(), QStringLiteral("read op://Private/OpenRouter API Key/credential"));
+        QStringList expected;
+        for (const QString &reference : OnePasswordItems::secretReferences().first(good))
+            expected.append(QStringLiteral("read ") + reference);
+        QCOMPARE(tool.runs(), expected);
     }
 
     void aReferenceThatYieldsOnlyWhiteSpaceGivesWayToTheNext()
@@ -182,6 +195,16 @@ private Q_SLOTS:
         QCOMPARE(status, failed);
     }
 
+    void aProcessThatCannotBeStartedIsAFailure()
+    {
+        // `env` itself is out of sight.
+        TestMount mount(QStringLiteral("/usr/bin"));
+        QCOMPARE(mount.mountMemory(4096), QString());
+        QVERIFY(!QFile::exists(QStringLiteral("/usr/bin/env")));
+        StoreOnFakes s(TaskList{});
+        QCOMPARE(imported(s), failed);
+    }
+
     void aToolThatPrintsTenMegabytesDoesNotStopIt()
     {
         const FakeTool tool(
@@ -200,9 +223,9 @@ private Q_SLOTS:
         QCOMPARE(s.store.apiKeyOverride.value(), QStringLiteral("sk-7"));
     }
 
-    void twoImportsAtOnceBothRunToTheirEnd()
+    void twoImportsAtOnceBothRunToTheirEndAndTheLaterOneDecides()
     {
-        const FakeTool tool("while [ ! -e \"$(dirname \"$0\")/go\" ]; do sleep 0.01; done; echo sk-8");
+        const FakeTool tool(twoRunsThatWait + "echo sk-$run");
         StoreOnFakes s(TaskList{});
         QStringList seen;
         const Subscription status =
@@ -210,11 +233,66 @@ private Q_SLOTS:
         s.store.importOpenRouterKeyFromOnePassword();
         s.store.importOpenRouterKeyFromOnePassword();
         QTRY_COMPARE(tool.runs().size(), 2);
-        QFile go(tool.file("go"));
-        QVERIFY(go.open(QIODevice::WriteOnly));
-        QTRY_COMPARE(s.store.apiImportStatus.value(), saved);
-        QTRY_COMPARE(tool.runs().size(), 2);
+        tool.letGo("2");
+        QTRY_COMPARE(s.store.apiKeyOverride.value(), QStringLiteral("sk-2"));
+        QCOMPARE(s.store.apiImportStatus.value(), saved);
+        tool.letGo("1");
+        QTRY_COMPARE(s.store.apiKeyOverride.value(), QStringLiteral("sk-1"));
+        QCOMPARE(s.saved().apiKeyOverride, QStringLiteral("sk-1"));
+        QCOMPARE(tool.runs().size(), 2);
         QCOMPARE(seen, (QStringList{busy, saved}));
+    }
+
+    void aLaterFailureLeavesTheKeyOfTheImportThatSucceeded()
+    {
+        const FakeTool tool(twoRunsThatWait + "[ $run = 2 ] && echo sk-2 || exit 1");
+        StoreOnFakes s(TaskList{});
+        QStringList seen;
+        const Subscription status =
+            s.store.apiImportStatus.onChange([&](const QString &text) { seen << text; });
+        s.store.importOpenRouterKeyFromOnePassword();
+        s.store.importOpenRouterKeyFromOnePassword();
+        QTRY_COMPARE(tool.runs().size(), 2);
+        tool.letGo("2");
+        QTRY_COMPARE(s.store.apiImportStatus.value(), saved);
+        tool.letGo("1");
+        QTRY_COMPARE(s.store.apiImportStatus.value(), failed);
+        QCOMPARE(s.store.apiKeyOverride.value(), QStringLiteral("sk-2"));
+        QCOMPARE(s.saved().apiKeyOverride, QStringLiteral("sk-2"));
+        QCOMPARE(seen, (QStringList{busy, saved, failed}));
+    }
+
+    void theKeyIsInNoLog_data()
+    {
+        QTest::addColumn<QByteArray>("script");
+        QTest::addColumn<QString>("end");
+        QTest::newRow("found") << QByteArray("echo sk-secret; echo sk-secret >&2") << saved;
+        QTest::newRow("in an item") << toolWithItem(R"({"fields":[{"label":"api","value":"sk-secret"}]})")
+                                    << saved;
+        QTest::newRow("bad status") << QByteArray("echo sk-secret; echo sk-secret >&2; exit 1") << failed;
+        QTest::newRow("malformed") << QByteArray("case $1 in item) echo '[{\"sk-secret\"';; *) exit 1;; esac")
+                                   << failed;
+    }
+
+    void theKeyIsInNoLog()
+    {
+        QFETCH(QByteArray, script);
+        QFETCH(QString, end);
+        const FakeTool tool(script);
+        qputenv("WRENFOLD_DEBUG", "1");
+        QLoggingCategory::setFilterRules(QStringLiteral("*=true"));
+        LogCapture log;
+        QString status;
+        {
+            StoreOnFakes s(TaskList{});
+            status = imported(s);
+        }
+        const QStringList lines = log.take();
+        QLoggingCategory::setFilterRules({});
+        qunsetenv("WRENFOLD_DEBUG");
+        QCOMPARE(status, end);
+        QVERIFY(!lines.isEmpty()); // It is logged that the document was loaded, at least.
+        QVERIFY2(!lines.join(u'\n').contains(QStringLiteral("sk-secret")), qPrintable(lines.join(u'\n')));
     }
 
     void aStoreThatGoesEndsTheTool()

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "ai/one_answer.h"
+#include "ai/openrouter_api_key_provider.h"
 #include "ai/openrouter_task_sorter.h"
 #include "model/store_on_fakes.h"
 #include "model/uuid_text.h"
@@ -111,6 +112,44 @@ private Q_SLOTS:
             QVERIFY(server.requests().at(i).headers.value("authorization").contains("from the environment"));
     }
 
+    void theKeyIsTheTrimmedOverrideOrTheEnvironmentsAsItStands()
+    {
+        qputenv("OPENROUTER_API_KEY", "  from the environment ");
+        QCOMPARE(OpenRouterAPIKeyProvider::apiKey(QString::fromUtf8("\u3000\n mi ne\t ")),
+                 QStringLiteral("mi ne"));
+        QCOMPARE(OpenRouterAPIKeyProvider::apiKey(QStringLiteral(" \n")),
+                 QStringLiteral("  from the environment "));
+        QCOMPARE(OpenRouterAPIKeyProvider::apiKey({}), QStringLiteral("  from the environment "));
+        qputenv("OPENROUTER_API_KEY", " ");
+        QCOMPARE(OpenRouterAPIKeyProvider::apiKey({}), QStringLiteral(" "));
+        qputenv("OPENROUTER_API_KEY", "");
+        QVERIFY_THROWS_EXCEPTION(AIError, (void)OpenRouterAPIKeyProvider::apiKey({}));
+    }
+
+    void aKeyThatWouldBreakTheHeadIsRefusedWithoutBeingTold_data()
+    {
+        QTest::addColumn<QString>("secret");
+        for (const char16_t character : {u'\n', u'\r', u'\0', u'\t', u'\x1b', u'\x7f'})
+            QTest::addRow("%#x", uint(character))
+                << QStringLiteral("sk-1") + QChar(character) + QStringLiteral("X-Forged: 1");
+    }
+
+    void aKeyThatWouldBreakTheHeadIsRefusedWithoutBeingTold()
+    {
+        QFETCH(QString, secret);
+        HttpServer server;
+        server.setAnswer(HttpServer::completion(QStringLiteral(R"({"subtasks":[]})")));
+        OpenRouterTaskSorter sorter({server.origin(), {}});
+        QCOMPARE(oneAnswer(sorter.splitTask(madeTask({}), {}, secret, {})),
+                 QStringList{QStringLiteral("! transport error: the key holds control characters")});
+        if (!secret.contains(u'\0')) { // No variable can hold that.
+            qputenv("OPENROUTER_API_KEY", secret.toUtf8());
+            QCOMPARE(oneAnswer(sorter.splitTask(madeTask({}), {}, {}, {})),
+                     QStringList{QStringLiteral("! transport error: the key holds control characters")});
+        }
+        QCOMPARE(server.connectionCount(), 0);
+    }
+
     void withoutAKeyNothingIsSent()
     {
         HttpServer server;
@@ -137,17 +176,21 @@ private Q_SLOTS:
     void severalRequestsRunAtOnce()
     {
         HttpServer server;
-        QList<QTcpSocket *> waiting;
-        server.setAnswer([&](QTcpSocket &socket) { waiting.append(&socket); });
+        QHash<QByteArray, QTcpSocket *> waiting; // By what was sent: which one comes first is left open.
+        server.setAnswer([&](QTcpSocket &socket) { waiting.insert(server.requests().last().body, &socket); });
         OpenRouterTaskSorter sorter({server.origin(), {}});
-        const QFuture<QStringList> first = sorter.splitTask(madeTask(QStringLiteral("1")), {}, key, {});
-        const QFuture<QStringList> second = sorter.splitTask(madeTask(QStringLiteral("2")), {}, key, {});
+        const TaskItem one = madeTask(QStringLiteral("1"));
+        const TaskItem two = madeTask(QStringLiteral("2"));
+        const QFuture<QStringList> first = sorter.splitTask(one, {}, key, {});
+        const QFuture<QStringList> second = sorter.splitTask(two, {}, key, {});
         QTRY_COMPARE(waiting.size(), 2);
-        HttpServer::completion(QStringLiteral(R"({"subtasks":["second"]})"))(*waiting.last());
-        QTRY_VERIFY(second.isFinished());
+        HttpServer::completion(QStringLiteral(R"({"subtasks":["second"]})"))(
+            *waiting.value(makeSplitRequest(two, {}, {}).toJson()));
+        QCOMPARE(oneAnswer(second), QStringList{QStringLiteral("second")});
         QVERIFY(!first.isFinished());
-        HttpServer::completion(QStringLiteral(R"({"subtasks":["first"]})"))(*waiting.first());
-        QTRY_VERIFY(first.isFinished());
+        HttpServer::completion(QStringLiteral(R"({"subtasks":["first"]})"))(
+            *waiting.value(makeSplitRequest(one, {}, {}).toJson()));
+        QCOMPARE(oneAnswer(first), QStringList{QStringLiteral("first")});
     }
 
     void aSorterThatGoesCancelsWhatIsUnderWay()
@@ -161,18 +204,70 @@ private Q_SLOTS:
         QVERIFY(answer.isCanceled());
     }
 
-    void nothingOfTheKeyIsLogged()
+    void theKeyIsInNoLogAndInNoErrorText_data()
     {
+        QTest::addColumn<HttpServer::Answer>("answer");
+        QTest::addColumn<QString>("start");
+        const auto transport = QStringLiteral("! transport error: ");
+        const auto decoding = QStringLiteral("! decoding error: ");
+        QTest::newRow("status") << HttpServer::answer(401, "sk-secret is wrong")
+                                << QStringLiteral("! badResponse");
+        QTest::newRow("status line") << HttpServer::Answer([](QTcpSocket &socket) {
+            socket.write("HTTP/1.1 500 sk-secret\r\nContent-Length: 0\r\n\r\n");
+            socket.disconnectFromHost();
+        }) << QStringLiteral("! badResponse");
+        QTest::newRow("no HTTP") << HttpServer::Answer([](QTcpSocket &socket) {
+            socket.write("sk-secret\r\n\r\n");
+            socket.disconnectFromHost();
+        }) << QStringLiteral("! ");
+        QTest::newRow("closed") << HttpServer::Answer([](QTcpSocket &socket) { socket.disconnectFromHost(); })
+                                << transport;
+        QTest::newRow("closed in the middle") << HttpServer::Answer([](QTcpSocket &socket) {
+            socket.write("HTTP/1.1 200 sk-secret\r\nContent-Length: 99\r\n\r\nsk-secret");
+            socket.disconnectFromHost();
+        }) << transport;
+        QTest::newRow("packed badly")
+            << HttpServer::answer(200, "sk-secret", "Content-Encoding: gzip\r\n") << QStringLiteral("! ");
+        QTest::newRow("no JSON") << HttpServer::answer(200, "sk-secret") << decoding;
+        QTest::newRow("no completion") << HttpServer::answer(200, R"({"sk-secret":"sk-secret"})") << decoding;
+        QTest::newRow("prose") << HttpServer::completion(key) << decoding;
+        QTest::newRow("another object")
+            << HttpServer::completion(QStringLiteral(R"({"sk-secret":["sk-secret"]})")) << decoding;
+    }
+
+    void theKeyIsInNoLogAndInNoErrorText()
+    {
+        QFETCH(HttpServer::Answer, answer);
+        QFETCH(QString, start);
         HttpServer server;
-        server.setAnswer(HttpServer::answer(401, "sk-secret is wrong"));
+        server.setAnswer(answer);
         OpenRouterTaskSorter sorter({server.origin(), {}});
-        QLoggingCategory::setFilterRules(QStringLiteral("qt.network*=true"));
+        QLoggingCategory::setFilterRules(QStringLiteral("*=true"));
         LogCapture log;
-        const QString answer = oneAnswer(sorter.splitTask(madeTask({}), {}, key, {})).first();
+        const QString failure = oneAnswer(sorter.splitTask(madeTask({}), {}, key, {})).first();
         const QString lines = log.take().join(u'\n');
         QLoggingCategory::setFilterRules({});
-        QCOMPARE(answer, QStringLiteral("! badResponse"));
-        QVERIFY(!lines.contains(key));
+        QVERIFY2(failure.startsWith(start), qPrintable(failure));
+        QVERIFY2(!failure.contains(key), qPrintable(failure));
+        QVERIFY2(!lines.contains(key), qPrintable(lines));
+    }
+
+    void theKeyIsInNoTextOfAConnectionThatCannotBeMade()
+    {
+        QUrl origin;
+        {
+            const HttpServer server;
+            origin = server.origin();
+        }
+        LogCapture log;
+        for (const QString &scheme : {QStringLiteral("http"), QStringLiteral("https")}) {
+            origin.setScheme(scheme);
+            OpenRouterTaskSorter sorter({origin, {}});
+            const QString failure = oneAnswer(sorter.splitTask(madeTask({}), {}, key, {})).first();
+            QVERIFY2(failure.startsWith(QStringLiteral("! transport error: ")), qPrintable(failure));
+            QVERIFY2(!failure.contains(key), qPrintable(failure));
+        }
+        QVERIFY(!log.take().join(u'\n').contains(key));
     }
 };
 

@@ -11,6 +11,9 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
+#include <functional>
+#include <sys/resource.h>
+
 namespace wrenfold {
 
 namespace {
@@ -24,7 +27,8 @@ struct Run
 };
 
 /// Runs the program against the server, without display, without bus, with an empty home. The server goes on answering.
-Run run(const QStringList &arguments, const QUrl &origin, const QString &key = QStringLiteral("sk-secret"))
+Run run(const QStringList &arguments, const QUrl &origin, const QString &key = QStringLiteral("sk-secret"),
+        const std::function<void(QProcess &process)> &prepare = {})
 {
     const QTemporaryDir home;
     QProcessEnvironment environment;
@@ -38,6 +42,8 @@ Run run(const QStringList &arguments, const QUrl &origin, const QString &key = Q
 
     QProcess process;
     process.setProcessEnvironment(environment);
+    if (prepare)
+        prepare(process);
     process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/../wrenfold"), arguments);
     const bool hasEnded = QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 30000);
     Run run;
@@ -70,6 +76,27 @@ QStringList idsIn(const QString &prompt)
         ids.append(matches.next().captured(1));
     return ids;
 }
+
+/// Leaves the process too little memory for an answer that takes much more of it than its own length. The address
+/// sanitizer cannot live under a limit, nor let an allocation fail with an exception: there, nothing is limited.
+void limitMemory(QProcess &process)
+{
+#ifdef __SANITIZE_ADDRESS__
+    Q_UNUSED(process)
+#else
+    process.setChildProcessModifier([] {
+        const rlimit limit = {600'000'000, 600'000'000};
+        ::setrlimit(RLIMIT_AS, &limit);
+    });
+#endif
+}
+
+/// What such an answer comes to.
+#ifdef __SANITIZE_ADDRESS__
+constexpr const char *errorWithinLimits = "debug split failed: decoding error: no object\n";
+#else
+constexpr const char *errorWithinLimits = "debug split failed: transport error: std::bad_alloc\n";
+#endif
 
 } // namespace
 
@@ -186,6 +213,17 @@ private Q_SLOTS:
         expectFailure({QStringLiteral("--debug-split"), QStringLiteral("A")}, "debug split failed: ");
         expectFailure({QStringLiteral("--debug-sort"), QStringLiteral("A"), QStringLiteral("B")},
                       "debug sort failed: ");
+    }
+
+    void memoryThatRunsOutIsAFailureToo()
+    {
+        HttpServer server;
+        server.setAnswer(HttpServer::answer(200, '[' + QByteArray("[1],").repeated(3'900'000) + "1]"));
+        const Run run = wrenfold::run({QStringLiteral("--debug-split"), QStringLiteral("A")}, server.origin(),
+                                      QStringLiteral("sk-secret"), limitMemory);
+        QCOMPARE(run.errors, QByteArray(errorWithinLimits));
+        QCOMPARE(run.output, QByteArray());
+        QCOMPARE(run.status, 1);
     }
 
     void withoutAKeyNothingIsSent()

@@ -322,6 +322,8 @@ private Q_SLOTS:
         QCOMPARE(decoded(R"("deepseek/deepseek-chat-v3.1")"), today);
         QCOMPARE(decoded(R"("deepseek/deepseek-chat-v3")"), QStringLiteral("deepseek/deepseek-chat-v3"));
         QCOMPARE(decoded(R"("Openrouter/auto")"), QStringLiteral("Openrouter/auto"));
+        QCOMPARE(decoded(R"("deepseek/deepseek-chat-v3.1:FREE")"),
+                 QStringLiteral("deepseek/deepseek-chat-v3.1:FREE"));
         QCOMPARE(decoded("null"), today);
     }
 

@@ -1,10 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "support/http_server.h"
 
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QProcess>
+#include <QSslCertificate>
+#include <QSslKey>
+#include <QSslServer>
 #include <QTcpSocket>
+#include <QTemporaryDir>
 
 namespace wrenfold {
 
@@ -18,6 +24,30 @@ HttpServer::HttpServer(std::unique_ptr<QTcpServer> listener)
         while (QTcpSocket *socket = m_listener->nextPendingConnection())
             serve(socket);
     });
+}
+
+std::unique_ptr<QTcpServer> HttpServer::selfSignedListener()
+{
+    const QTemporaryDir folder;
+    const QString keyFile = folder.filePath(QStringLiteral("key"));
+    const QString certificateFile = folder.filePath(QStringLiteral("certificate"));
+    QProcess openssl;
+    openssl.start(QStringLiteral("openssl"),
+                  QStringList{QStringLiteral("req"), QStringLiteral("-x509"), QStringLiteral("-newkey"),
+                              QStringLiteral("rsa:2048"), QStringLiteral("-nodes"), QStringLiteral("-days"),
+                              QStringLiteral("2"), QStringLiteral("-subj"), QStringLiteral("/CN=127.0.0.1"),
+                              QStringLiteral("-keyout"), keyFile, QStringLiteral("-out"), certificateFile});
+    QFile keyData(keyFile);
+    QFile certificateData(certificateFile);
+    if (!openssl.waitForFinished() || !keyData.open(QIODevice::ReadOnly) ||
+        !certificateData.open(QIODevice::ReadOnly))
+        qFatal("the certificate cannot be made");
+    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
+    configuration.setLocalCertificate(QSslCertificate(&certificateData));
+    configuration.setPrivateKey(QSslKey(&keyData, QSsl::Rsa));
+    auto server = std::make_unique<QSslServer>();
+    server->setSslConfiguration(configuration);
+    return server;
 }
 
 QUrl HttpServer::origin(const QString &scheme) const

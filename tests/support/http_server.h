@@ -34,6 +34,9 @@ public:
     /// Listens on this machine. With `listener`, for instance one that encrypts, on that.
     explicit HttpServer(std::unique_ptr<QTcpServer> listener = std::make_unique<QTcpServer>());
 
+    /// For the above: encrypts, with a certificate that nobody vouches for.
+    [[nodiscard]] static std::unique_ptr<QTcpServer> selfSignedListener();
+
     [[nodiscard]] QUrl origin(const QString &scheme = QStringLiteral("http")) const;
 
     void setAnswer(Answer answer) { m_answer = std::move(answer); }
