@@ -2,22 +2,24 @@
 #include "support/bench_desktop.h"
 #include "support/budget.h"
 #include "support/running_program.h"
+#include "support/sample_state.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QPoint>
 
-#include <array>
 #include <benchmark/benchmark.h>
 #include <functional>
 #include <optional>
+#include <vector>
 
 namespace {
 
 using namespace wrenfold;
 
 BenchDesktop *desktop = nullptr; ///< Lives as long as main().
+constexpr int taskCount = 50;
 
 const QString panelTitle = QStringLiteral("Wren Fold");
 const QString otherTitle = QStringLiteral("Bare window");
@@ -49,9 +51,10 @@ QString windowTitled(const QString &title)
                           QLatin1Char('^') + title + QLatin1Char('$')});
 }
 
+/// Without waiting for the pointer to move, which it does not where it is there already: the server keeps the order.
 void click(const QString &window, const QPoint &point)
 {
-    static_cast<void>(pointerTool(QStringLiteral("mousemove --sync --window %1 %2 %3 click 1")
+    static_cast<void>(pointerTool(QStringLiteral("mousemove --window %1 %2 %3 click 1")
                                       .arg(window, QString::number(point.x()), QString::number(point.y()))));
 }
 
@@ -137,26 +140,18 @@ bool note(benchmark::State &state, const std::string &name, const Measurement &m
     return true;
 }
 
-/// One panel through four states, beside a window that paints a label anew each second and has the keyboard.
-void wakeups(benchmark::State &state)
+/// A state that the panel is brought into, and how long to count there.
+struct Step
 {
-    const RunningProgram other(*desktop, QStringLiteral("bare_window"), {QStringLiteral("--clock")});
-    RunningProgram panel(*desktop, QStringLiteral("wrenfold"), {});
-    const auto windowsAreThere = [] {
-        return !windowTitled(panelTitle).isEmpty() && !windowTitled(otherTitle).isEmpty();
-    };
-    struct Step
-    {
-        std::string name;
-        int seconds;
-        std::function<bool()> reach;
-    };
-    const std::array steps = {
-        Step{"idleShown", 20, [&] { return waitFor(windowsAreThere) && turnToOtherWindow(); }},
-        Step{"idleHidden", 20, hidePanel},
-        Step{"runningShown", 60, [&] { return showPanel() && startTimer(panel) && turnToOtherWindow(); }},
-        Step{"runningHidden", 30, hidePanel},
-    };
+    std::string name;
+    int seconds;
+    std::function<bool()> reach;
+};
+
+/// Takes the panel through the states, beside a window that paints a label anew each second and has the keyboard.
+void measure(benchmark::State &state, const std::vector<Step> &steps, const RunningProgram &panel,
+             const RunningProgram &other)
+{
     for (auto _ : state) {
         for (const Step &step : steps) {
             if (!step.reach())
@@ -170,7 +165,47 @@ void wakeups(benchmark::State &state)
         }
     }
 }
+
+bool areWindowsThere()
+{
+    return waitFor([] { return !windowTitled(panelTitle).isEmpty() && !windowTitled(otherTitle).isEmpty(); });
+}
+
+void wakeups(benchmark::State &state)
+{
+    if (!desktop->save(sampleState(taskCount)))
+        return state.SkipWithError("cannot save tasks");
+    const RunningProgram other(*desktop, QStringLiteral("bare_window"), {QStringLiteral("--clock")});
+    RunningProgram panel(*desktop, QStringLiteral("wrenfold"), {});
+    measure(state,
+            {
+                {"idleShown", 20, [] { return areWindowsThere() && turnToOtherWindow(); }},
+                {"idleHidden", 20, hidePanel},
+                {"runningShown", 60, [&] { return showPanel() && startTimer(panel) && turnToOtherWindow(); }},
+                {"runningHidden", 30, hidePanel},
+            },
+            panel, other);
+}
 BENCHMARK(wakeups)->Iterations(1);
+
+/// The same with the focus guard on, and the timer stopped. The other window is none of a blocked application.
+void guard(benchmark::State &state)
+{
+    SavedState saved = sampleState(taskCount);
+    saved.isFocusGuardEnabled = true;
+    if (!desktop->save(saved))
+        return state.SkipWithError("cannot save tasks");
+    const RunningProgram other(*desktop, QStringLiteral("bare_window"), {QStringLiteral("--clock")});
+    RunningProgram panel(*desktop, QStringLiteral("wrenfold"), {});
+    const auto isGuarding = [&] { return waitFor([&] { return panel.hasSaid("guard started"); }); };
+    measure(state,
+            {
+                {"shown", 40, [&] { return areWindowsThere() && isGuarding() && turnToOtherWindow(); }},
+                {"hidden", 40, hidePanel},
+            },
+            panel, other);
+}
+BENCHMARK(guard)->Iterations(1);
 
 } // namespace
 
@@ -179,15 +214,18 @@ int main(int argc, char **argv)
     const QCoreApplication application(argc, argv);
     BenchDesktop benchDesktop;
     desktop = &benchDesktop;
-    if (const QString error = benchDesktop.start(50);
+    if (const QString error = benchDesktop.start(taskCount);
         !error.isEmpty() || !benchDesktop.startWindowManager()) {
         std::fprintf(stderr, "no desktop: %s\n", qPrintable(error));
         return 1;
     }
-    const auto line = [](const char *what, const char *unit, const char *counter,
-                         std::optional<double> atMost) {
-        return Budget{what, unit, "wakeups", "", counter, atMost};
+    const auto linesOf = [](const char *name) {
+        return [name](const char *what, const char *unit, const char *counter, std::optional<double> atMost) {
+            return Budget{what, unit, name, "", counter, atMost};
+        };
     };
+    const auto line = linesOf("wakeups");
+    const auto guardLine = linesOf("guard");
     return measureBudgets(
         argc, argv,
         {
@@ -199,6 +237,10 @@ int main(int argc, char **argv)
             line("processor, timer running, panel shown", "%", "runningShownProcessor", 0.2),
             line("  hidden", "%", "runningHiddenProcessor", {}),
             line("  bare window that paints a label anew each second", "%", "runningShownOtherProcessor", {}),
+            guardLine("wake-ups, focus guard on, panel shown, another window focused", "/s", "shown", 1.5),
+            guardLine("  hidden", "/s", "hidden", 1.5),
+            guardLine("processor, focus guard on, panel shown", "%", "shownProcessor", {}),
+            guardLine("  hidden", "%", "hiddenProcessor", {}),
         },
         1);
 }

@@ -45,7 +45,7 @@ QString BenchDesktop::start(int taskCount)
     }
     QFile::setPermissions(m_home.filePath(QStringLiteral("runtime")),
                           QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    if (!saveTasks(taskCount))
+    if (!save(sampleState(taskCount)))
         return QStringLiteral("cannot save tasks");
     m_server.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     m_server.start(QStringLiteral("Xvfb"),
@@ -104,12 +104,12 @@ QString BenchDesktop::tool(const QString &name, const QStringList &arguments) co
     return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
 }
 
-bool BenchDesktop::saveTasks(int count) const
+bool BenchDesktop::save(const SavedState &state) const
 {
     const QString folder = configFolder() + QLatin1String("/Wrenfold/");
     QFile file(folder + FocusStore::storageKey());
     return QDir().mkpath(folder) && file.open(QIODevice::WriteOnly) &&
-           file.write(encodeSavedState(sampleState(count))) > 0;
+           file.write(encodeSavedState(state)) > 0;
 }
 
 bool BenchDesktop::waitForPicture()

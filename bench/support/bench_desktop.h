@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "model/saved_state.h"
 #include "support/private_bus.h"
 
 #include <QProcess>
@@ -22,6 +23,9 @@ public:
     /// wrong.
     [[nodiscard]] QString start(int taskCount);
 
+    /// Puts another document in the place of the one that Wren Fold will find, which must not be running.
+    [[nodiscard]] bool save(const SavedState &state) const;
+
     /// False when openbox does not manage windows within ten seconds.
     [[nodiscard]] bool startWindowManager();
 
@@ -39,7 +43,6 @@ public:
 
 private:
     [[nodiscard]] QString configFolder() const { return m_home.filePath(QStringLiteral("config")); }
-    [[nodiscard]] bool saveTasks(int count) const;
     [[nodiscard]] bool waitForMapping(int milliseconds);
     [[nodiscard]] bool isMiddleBlack();
 
