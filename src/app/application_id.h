@@ -13,4 +13,11 @@ inline constexpr auto applicationIDLiteral = "dev.tolvane.Wrenfold";
     return QLatin1String(applicationIDLiteral);
 }
 
+/// Whether a window that calls itself so is one of the program's.
+[[nodiscard]] inline bool isOwnWindowName(const QString &name)
+{
+    return name.compare(applicationID(), Qt::CaseInsensitive) == 0 ||
+           name.compare(QLatin1String("wrenfold"), Qt::CaseInsensitive) == 0;
+}
+
 } // namespace wrenfold

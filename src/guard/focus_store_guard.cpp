@@ -2,6 +2,7 @@
 #include "model/focus_store.h"
 #include "platform/desktop_entries.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -14,15 +15,19 @@ BlockedApp blockedApp(const QString &path)
 {
     if (const std::optional<DesktopEntry> entry = readDesktopEntry(path))
         return {entry->id, entry->name, entry->id, path};
-    // Only the last extension is one: "Notes 2.1.app" is "Notes 2.1".
-    return {path, QFileInfo(path).completeBaseName(), std::nullopt, path};
+    // Only the last extension is one: "Notes 2.1.app" is "Notes 2.1". A name that begins with its only dot has none.
+    const QFileInfo file(path);
+    const QString base = file.completeBaseName();
+    return {path, base.isEmpty() ? file.fileName() : base, std::nullopt, path};
 }
 
 } // namespace
 
 void FocusStore::addBlockedApp(const QUrl &url)
 {
-    const BlockedApp app = blockedApp(url.toLocalFile());
+    if (!url.isLocalFile())
+        return;
+    const BlockedApp app = blockedApp(QDir::cleanPath(url.toLocalFile()));
     QList<BlockedApp> apps = blockedApps.value();
     if (std::any_of(apps.begin(), apps.end(), [&](const BlockedApp &entry) { return entry.id == app.id; }))
         return;

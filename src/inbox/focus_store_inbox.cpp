@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/debug_log.h"
+#include "inbox/inbox_file.h"
 #include "inbox/inbox_reader.h"
 #include "inbox/inbox_watcher.h"
 #include "model/focus_store.h"
@@ -7,7 +8,22 @@
 
 #include <QFile>
 
+#include <utility>
+
 namespace wrenfold {
+
+namespace {
+
+void removeFiles(const QList<InboxItem> &items)
+{
+    for (const InboxItem &item : items) {
+        // Another candidate may have been written in its place, which nobody has seen yet.
+        if (InboxFile::decode(item.fileURL) == item)
+            QFile::remove(item.fileURL.toLocalFile());
+    }
+}
+
+} // namespace
 
 void FocusStore::monitorInbox(FolderWatch &folderWatch)
 {
@@ -26,12 +42,14 @@ void FocusStore::reloadInbox(bool notifyNewItems)
     m_inboxReader->read(notifyNewItems);
 }
 
-void FocusStore::takeInbox(const QList<InboxItem> &items, bool notifyNewItems)
+void FocusStore::takeInbox(QList<InboxItem> items, bool notifyNewItems)
 {
+    // Approved ones are tasks already, also while their files have to wait.
+    items.removeIf([this](const InboxItem &item) { return m_unsavedApprovals.contains(item); });
     QSet<QString> ids;
     QString firstNewText;
     qsizetype newCount = 0;
-    for (const InboxItem &item : items) {
+    for (const InboxItem &item : std::as_const(items)) {
         ids.insert(item.id);
         if (m_knownInboxIDs.contains(item.id))
             continue;
@@ -71,11 +89,16 @@ void FocusStore::approveAllInboxItems()
 
 void FocusStore::removeApproved(const QList<InboxItem> &items)
 {
+    forgetInboxItems(items);
+    m_unsavedApprovals += items;
     // While the document cannot be saved, the file is all that would be left of the task.
-    if (hasUnsavedChanges())
-        forgetInboxItems(items);
-    else
-        removeInboxFiles(items);
+    if (!hasUnsavedChanges())
+        removeSavedApprovals();
+}
+
+void FocusStore::removeSavedApprovals()
+{
+    removeFiles(std::exchange(m_unsavedApprovals, {}));
 }
 
 void FocusStore::dismissAllInboxItems()
@@ -94,8 +117,7 @@ void FocusStore::removeInboxFile(const InboxItem &item)
 
 void FocusStore::removeInboxFiles(const QList<InboxItem> &items)
 {
-    for (const InboxItem &item : items)
-        QFile::remove(item.fileURL.toLocalFile());
+    removeFiles(items);
     forgetInboxItems(items);
 }
 

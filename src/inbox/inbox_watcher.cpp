@@ -33,7 +33,7 @@ void InboxWatcher::start()
     if (watch())
         qCInfo(DebugLog::store).noquote() << QStringLiteral("inbox watcher started: ") + folder;
     else
-        qCCritical(DebugLog::store).noquote() << QStringLiteral("inbox watcher: cannot open ") + folder;
+        qCWarning(DebugLog::store).noquote() << QStringLiteral("inbox watcher: cannot open ") + folder;
 }
 
 bool InboxWatcher::watch()
@@ -45,7 +45,7 @@ bool InboxWatcher::watch()
 
 void InboxWatcher::watchAgain()
 {
-    constexpr auto patience = std::chrono::seconds(2);
+    constexpr auto patience = std::chrono::seconds(10);
     if (watch()) {
         m_retry.reset();
         scheduleChange();

@@ -199,7 +199,8 @@ public:
         const InboxItem &item); ///< A file that cannot be removed comes back with the next reload.
 
     // --- Blocked applications: guard/focus_store_guard.cpp -------------------------------------------------
-    /// The application of a desktop entry; of any other file, one named after the file. Does nothing if it is blocked.
+    /// The application of a desktop entry; of any other file, one named after the file. Does nothing if it is blocked
+    /// already, or the URL is not that of a file.
     void addBlockedApp(const QUrl &url);
     void removeBlockedApp(const BlockedApp &app);
 
@@ -235,8 +236,9 @@ private:
     void endAIWork(const QString &status);
 
     void monitorInbox(FolderWatch &folderWatch);
-    void takeInbox(const QList<InboxItem> &items, bool notifyNewItems);
+    void takeInbox(QList<InboxItem> items, bool notifyNewItems);
     void removeApproved(const QList<InboxItem> &items);
+    void removeSavedApprovals();
     void removeInboxFiles(const QList<InboxItem> &items);
     void forgetInboxItems(const QList<InboxItem> &items);
 
@@ -258,6 +260,7 @@ private:
     std::unique_ptr<ScheduledCall> m_timer; ///< Present exactly while the timer runs.
     std::unique_ptr<QObject> m_aiOwner;     ///< Answers that come after it has gone reach nobody.
     QSet<QString> m_knownInboxIDs;          ///< Of the candidates that were there at the last reload.
+    QList<InboxItem> m_unsavedApprovals;    ///< Approved while the document could not be saved; their files are there.
     // Shared only in that they can be let go of where their types are not known.
     std::shared_ptr<InboxReader> m_inboxReader;
     std::shared_ptr<InboxWatcher> m_inboxWatcher; ///< Null if the inbox is not monitored.

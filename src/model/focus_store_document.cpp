@@ -138,6 +138,8 @@ void FocusStore::save()
     else if (!error && m_isSaveFailing)
         qCInfo(DebugLog::store) << "saving works again";
     m_isSaveFailing = error.has_value();
+    if (!m_isSaveFailing)
+        removeSavedApprovals();
 }
 
 std::optional<QString> FocusStore::writeDocument()

@@ -14,7 +14,8 @@ public:
     struct Actions
     {
         std::function<void()> changed; ///< A file was written, renamed into or out of the folder, or removed.
-        std::function<void()> lost; ///< The folder itself has gone or was moved; nothing is watched any more.
+        std::function<void()>
+            lost; ///< The folder has gone or was moved, or the one above it was; nothing is watched any more.
     };
 
     virtual ~FolderWatch() = default;

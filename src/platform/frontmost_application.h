@@ -35,6 +35,10 @@ public:
     /// active, or nobody knows whose it is. Follows the desktop by itself: asking costs nothing.
     [[nodiscard]] virtual std::optional<RunningApplication> current() const = 0;
 
+    /// To be called before a window of ours comes into sight that is not to be in front. Where the desktop puts every new
+    /// window there, the application that is there now gets its place back.
+    virtual void keepInFront() {}
+
     /// Asks the desktop to put the application's windows on this workspace out of sight. Returns at once; whether the
     /// desktop does so shows in current().
     virtual void hide(const RunningApplication &application) = 0;

@@ -52,7 +52,11 @@ void AppDelegate::applicationDidFinishLaunching()
         m_store,
         FocusGuardController::Services{*m_platform.frontmostApplication, *m_platform.clock,
                                        *m_platform.sounds, m_notifier},
-        FocusGuardController::Actions{[this] { m_panelController.raise(); }, [this] { showPanel(); }});
+        FocusGuardController::Actions{[this] {
+                                          m_platform.frontmostApplication->keepInFront();
+                                          m_panelController.showWithoutFocus();
+                                      },
+                                      [this] { showPanel(); }});
     showPanel();
     m_platform.singleInstance->listen([this] { showPanel(); });
 }

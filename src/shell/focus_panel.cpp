@@ -28,6 +28,17 @@ void FocusPanel::setContent(QWidget *content)
     m_content->setGeometry(rect());
 }
 
+void FocusPanel::showWithoutFocus()
+{
+    // Qt looks at its own attribute WA_ShowWithoutActivating only when it makes the native window.
+    constexpr auto withoutActivating = "_q_showWithoutActivating";
+    (void)winId(); // There is a native window from here on.
+    windowHandle()->setProperty(withoutActivating, true);
+    // Not raised: xfwm4 gives a window that asks for it the keyboard. It is kept above others anyway.
+    show();
+    windowHandle()->setProperty(withoutActivating, false);
+}
+
 void FocusPanel::closeEvent(QCloseEvent *event)
 {
     // The program goes on without its panel; only quitting ends it.

@@ -19,6 +19,9 @@ public:
     /// Fills the panel; takes ownership.
     void setContent(QWidget *content);
 
+    /// Comes into sight; who has the keyboard keeps it.
+    void showWithoutFocus();
+
     /// Whether the desktop shows what is behind a window's transparent parts. Otherwise the corners are cut
     /// off.
     [[nodiscard]] bool isTranslucent() const { return testAttribute(Qt::WA_TranslucentBackground); }

@@ -34,22 +34,22 @@ void PanelController::showAndPin()
 {
     if (!m_panel.isVisible())
         m_view->setFocus(); // From here the Tab key starts anew.
-    bringToFront();
-    m_panel.activateWindow();
-}
-
-void PanelController::raise()
-{
-    m_panel.setAttribute(Qt::WA_ShowWithoutActivating);
-    bringToFront();
-    m_panel.setAttribute(Qt::WA_ShowWithoutActivating, false);
-}
-
-void PanelController::bringToFront()
-{
     m_store.exitGhostMode();
     m_panel.show();
     m_panel.raise();
+    m_panel.activateWindow();
+    logShown();
+}
+
+void PanelController::showWithoutFocus()
+{
+    m_store.exitGhostMode();
+    m_panel.showWithoutFocus();
+    logShown();
+}
+
+void PanelController::logShown() const
+{
     if (DebugLog::isVerbose())
         qCDebug(DebugLog::ui).noquote()
             << QStringLiteral("panel shown hardPin=") +

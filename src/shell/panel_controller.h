@@ -28,13 +28,13 @@ public:
 
     /// Leaves ghost mode and brings the panel to the front, with the focus.
     void showAndPin();
-    /// The same without the focus: who has it keeps it.
-    void raise();
+    /// Leaves ghost mode and brings the panel into sight; who has the focus keeps it.
+    void showWithoutFocus();
     void hide();
 
 private:
     void centreOnScreen();
-    void bringToFront();
+    void logShown() const;
 
     FocusStore &m_store;
     FocusPanel m_panel;

@@ -3,6 +3,7 @@ notification daemon. Takes over two minutes."""
 
 import time
 
+import dunst
 from session import Session, expect, program_to_test
 
 PLAY_BUTTON = (33, 37)  # points in the panel: the timer's ring,
@@ -10,14 +11,6 @@ GRIP = (172, 7)  # the handle at its top,
 CLOSE_BUTTON = (319, 77)  # and its close button
 TIME = (64, 14, 100, 26)  # the time: x, y, width and height
 TASK = {"id": "0C4D5B1E-6B5A-4B0B-9C8B-2F1D3A4E5F60", "title": "資料を読む", "isDone": False, "createdAt": 0}
-
-# Notifications stay until they are clicked.
-DUNST_SETTINGS = """
-[global]
-    idle_threshold = 0
-[urgency_normal]
-    timeout = 0
-"""
 
 
 class Phase:
@@ -50,17 +43,6 @@ class Phase:
             return None
         self._seen = self._session.wait_for(look, f"the line {text}", seconds)
         return time.monotonic()
-
-
-def start_dunst(session):
-    settings = session.folder / "dunstrc"
-    settings.write_text(DUNST_SETTINGS)
-    session.start("dunst", "-config", str(settings))
-    session.wait_for(lambda: session.tool("dunstctl", "is-paused") == "false", "dunst")
-
-
-def notification_count(session):
-    return int(session.tool("dunstctl", "count", "displayed") or 0)
 
 
 def menus(session, panel):
@@ -115,7 +97,7 @@ def drag_panel(session, panel):
 def main():
     path = program_to_test()
     with Session("timer") as session:
-        start_dunst(session)
+        dunst.start(session)
         session.save_document({"tasks": [TASK], "activeTaskID": TASK["id"], "isHardPinned": True,
                                "workDurationMinutes": 1, "breakDurationMinutes": 1})
         program = session.start(path, "--verbose")
@@ -133,17 +115,16 @@ def main():
         phase.expect_line("work complete", 61)
 
         phase.begins("start phase=shortBreak remaining=60s")
-        session.wait_for(lambda: notification_count(session) == 1, "the notification of the end of the work phase")
+        session.wait_for(lambda: dunst.count(session) == 1, "the notification of the end of the work phase")
         session.tool("dunstctl", "action", "0")
         panel = session.wait_window("Wren Fold")
-        session.tool("dunstctl", "close-all")
-        session.wait_for(lambda: notification_count(session) == 0, "dunst to take the notification away")
+        dunst.close_all(session)
         drag_panel(session, panel)
         phase.expect_line("tick phase=shortBreak remaining=30s", 30)
         expect_tick_each_second(session, panel, phase, 59)
         phase.expect_line("tick phase=shortBreak remaining=0s", 60)
         phase.expect_line("break complete", 61)
-        session.wait_for(lambda: notification_count(session) == 1, "the notification of the end of the break")
+        session.wait_for(lambda: dunst.count(session) == 1, "the notification of the end of the break")
         program.terminate()
         session.wait_end(program)
 

@@ -151,6 +151,37 @@ private Q_SLOTS:
                  QStringList{QStringLiteral("info guard: stage2 hide app=Chat id=org.example.Chat")});
     }
 
+    void thePanelComesWhenTheRestIsDoneAndTheNotificationAfterIt()
+    {
+        StoreOnFakes fakes(documentBlocking({entry(chat)}));
+        FakeFrontmostApplication desktop;
+        QStringList seen;
+        const auto look = [&](const char *what) {
+            return [&, what] {
+                seen.append(QStringLiteral("%1: hidden %2, %3 sound, %4, %5 posted, log %6")
+                                .arg(QLatin1String(what))
+                                .arg(desktop.hidden().size())
+                                .arg(fakes.sounds.take().size())
+                                .arg(fakes.store.sortStatus.value())
+                                .arg(fakes.notificationCenter.take().size())
+                                .arg(LogCapture::take().size()));
+            };
+        };
+        FocusGuardController controller(fakes.store, {desktop, fakes.clock, fakes.sounds, fakes.notifier},
+                                        {look("raise"), look("show")});
+        fakes.store.isFocusGuardEnabled.set(true);
+        desktop.setCurrent(chat);
+        const LogCapture log;
+        fakes.clock.advance(800ms);
+        (void)LogCapture::take();
+        fakes.clock.advance(3200ms);
+        QCOMPARE(seen, (QStringList{
+                           QStringLiteral("raise: hidden 0, 1 sound, %1, 0 posted, log 0").arg(chatWarning),
+                           QStringLiteral("show: hidden 1, 1 sound, %1, 0 posted, log 0").arg(chatBlocked)}));
+        QCOMPARE(fakes.notificationCenter.take().size(), 1);
+        QCOMPARE(LogCapture::take().size(), 1);
+    }
+
     void anApplicationThatStaysIsHiddenAgainWithoutANewWarning()
     {
         Guard guard;

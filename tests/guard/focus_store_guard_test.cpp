@@ -81,6 +81,28 @@ private Q_SLOTS:
         QCOMPARE(added(path), (BlockedApp{path, name, std::nullopt, path}));
     }
 
+    void aFolderWithASlashBehindItsNameIsNamedAfterIt()
+    {
+        const QString folder = dataHome() + QStringLiteral("/Folder.app");
+        QVERIFY(QDir().mkpath(folder));
+        QCOMPARE(added(folder + u'/'), (BlockedApp{folder, QStringLiteral("Folder"), std::nullopt, folder}));
+    }
+
+    void aNameThatBeginsWithItsOnlyDotIsTheWholeName()
+    {
+        const QString path = put(QStringLiteral(".hidden"), "x");
+        QCOMPARE(added(path).name, QStringLiteral(".hidden"));
+    }
+
+    void whatIsNoFileIsNotAdded()
+    {
+        StoreOnFakes fakes{TaskList{}};
+        const QList<BlockedApp> before = fakes.store.blockedApps.value();
+        fakes.store.addBlockedApp(QUrl(QStringLiteral("https://example.org/app")));
+        fakes.store.addBlockedApp({});
+        QCOMPARE(fakes.store.blockedApps.value(), before);
+    }
+
     void aFileThatIsNotThereFallsBackToItsName()
     {
         const QString path = dataHome() + QStringLiteral("/gone/Chat.desktop");

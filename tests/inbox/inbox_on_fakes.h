@@ -48,4 +48,34 @@ public:
     return texts.join(QLatin1Char(' '));
 }
 
+/// A store that watches the inbox folder, whose events a test tells of.
+struct Watching
+{
+    FakePreferences preferences;
+    FakeClock clock;
+    FakeNotificationCenter notificationCenter;
+    FakeSounds sounds;
+    FakeFolderWatch folderWatch;
+    AppNotifier notifier{notificationCenter};
+    OpenRouterTaskSorter sorter{StoreOnFakes::noService()};
+    FocusStore store;
+
+    explicit Watching(const TaskList &tasks = {})
+        : preferences(StoreOnFakes::preferencesWith(StoreOnFakes::documentWith(tasks, std::nullopt)))
+        , store({preferences, clock, notifier, sounds, sorter, folderWatch}, {})
+    {
+        clock.advance(std::chrono::milliseconds(0));
+    }
+
+    /// Something happened in the folder, and the burst is over.
+    void settle(std::chrono::milliseconds time = std::chrono::milliseconds(200))
+    {
+        folderWatch.change();
+        clock.advance(time);
+    }
+    [[nodiscard]] const InboxItem &item(int index) const { return store.inboxItems.value().at(index); }
+    /// What was posted since the last call.
+    [[nodiscard]] QList<Notification> takePosted() { return notificationCenter.take(); }
+};
+
 } // namespace wrenfold

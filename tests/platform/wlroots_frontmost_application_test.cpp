@@ -188,6 +188,20 @@ private Q_SLOTS:
                  (QStringList{QStringLiteral("org.example.Writer"), QStringLiteral("org.example.writer")}));
     }
 
+    void whereNothingHidesAWindowItSaysSo()
+    {
+        const sway::Window window(QStringLiteral("org.example.Writer"));
+        QTRY_COMPARE(m_frontmost->current(), writer);
+        QCOMPARE(m_frontmost->availability(), Availability());
+        const QByteArray socket = qgetenv("SWAYSOCK");
+        qunsetenv("SWAYSOCK");
+        QTest::ignoreMessage(QtWarningMsg, "the compositor does not minimise other programs' windows");
+        m_frontmost->hide(writer);
+        QTRY_COMPARE(m_frontmost->availability().level, Availability::Level::Limited);
+        qputenv("SWAYSOCK", socket);
+        QCOMPARE(m_frontmost->current(), writer);
+    }
+
     void aWindowThatComesAfterTheHidingStaysInSight()
     {
         const sway::Window window(QStringLiteral("reader-window"));

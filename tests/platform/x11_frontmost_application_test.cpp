@@ -73,6 +73,16 @@ private Q_SLOTS:
         QTRY_COMPARE(desktop.frontmost().current(), (RunningApplication{applicationID(), std::nullopt}));
     }
 
+    void aWindowOfOursThatQtDoesNotKnowIsOursToo()
+    {
+        X11Desktop desktop;
+        desktop.frontmost().start();
+        X11Program dialog("Wrenfold");
+        QTRY_VERIFY(valuesOf(root(), "_NET_CLIENT_LIST").contains(dialog.window()));
+        dialog.activate();
+        QTRY_COMPARE(desktop.frontmost().current(), (RunningApplication{applicationID(), std::nullopt}));
+    }
+
     void everyWindowOfTheApplicationOnThisDesktopIsMinimised()
     {
         X11Desktop desktop;

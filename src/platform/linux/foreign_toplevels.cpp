@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/foreign_toplevels.h"
 
-#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 
@@ -65,6 +64,7 @@ public:
     /// When it became active, compared to others.
     [[nodiscard]] quint64 activation() const { return m_activation; }
 
+    void activate(wl_seat *seat) { zwlr_foreign_toplevel_handle_v1_activate(m_handle.get(), seat); }
     void minimize() { zwlr_foreign_toplevel_handle_v1_set_minimized(m_handle.get()); }
     /// Lets the compositor forget it too.
     void release() { zwlr_foreign_toplevel_handle_v1_destroy(m_handle.release()); }
@@ -121,10 +121,13 @@ void ForeignToplevels::Toplevel::apply()
 {
     if (m_announced == m_state)
         return;
-    if (m_announced.isActive && !m_state.isActive)
+    const bool becomesActive = m_announced.isActive && !m_state.isActive;
+    if (becomesActive)
         m_activation = ++m_owner.m_activations;
     m_state = m_announced;
     m_owner.m_isChanged = true;
+    if (becomesActive)
+        m_owner.becameActive(*this);
 }
 
 bool ForeignToplevels::isOffered(std::chrono::milliseconds patience)
@@ -167,6 +170,10 @@ void ForeignToplevels::listen()
         .global =
             [](void *data, wl_registry *registry, uint32_t name, const char *interface, uint32_t) {
                 auto *self = static_cast<ForeignToplevels *>(data);
+                if (!self->m_seat && std::strcmp(interface, wl_seat_interface.name) == 0) {
+                    self->m_seat.reset(
+                        static_cast<wl_seat *>(wl_registry_bind(registry, name, &wl_seat_interface, 1)));
+                }
                 const wl_interface &manager = zwlr_foreign_toplevel_manager_v1_interface;
                 if (self->m_manager || std::strcmp(interface, manager.name) != 0)
                     return;
@@ -206,14 +213,35 @@ void ForeignToplevels::listenToManager()
     zwlr_foreign_toplevel_manager_v1_add_listener(m_manager.get(), &listener, this);
 }
 
-std::optional<QString> ForeignToplevels::activeAppID() const
+ForeignToplevels::Toplevel *ForeignToplevels::active() const
 {
-    const Toplevel *front = nullptr;
+    Toplevel *front = nullptr;
     for (const auto &toplevel : m_toplevels) {
         if (toplevel->isInFront() && (!front || front->activation() < toplevel->activation()))
             front = toplevel.get();
     }
-    return front && !m_isGone ? std::optional(front->state().appID) : std::nullopt;
+    return m_isGone ? nullptr : front;
+}
+
+std::optional<QString> ForeignToplevels::activeAppID() const
+{
+    const Toplevel *front = active();
+    return front ? std::optional(front->state().appID) : std::nullopt;
+}
+
+void ForeignToplevels::keepActive(const AppIDFilter &isIntruder, std::chrono::milliseconds time)
+{
+    m_kept = active();
+    m_isIntruder = isIntruder;
+    m_keptUntil = QDeadlineTimer(time);
+}
+
+void ForeignToplevels::becameActive(const Toplevel &toplevel)
+{
+    if (!m_kept || !m_seat || m_keptUntil.hasExpired() || !m_isIntruder(toplevel.state().appID))
+        return;
+    std::exchange(m_kept, nullptr)->activate(m_seat.get());
+    flush();
 }
 
 bool ForeignToplevels::isAnyShown(const AppIDFilter &isWanted) const
@@ -267,6 +295,8 @@ void ForeignToplevels::remove(const Toplevel *toplevel)
 {
     const auto found = std::find_if(m_toplevels.begin(), m_toplevels.end(),
                                     [toplevel](const auto &each) { return each.get() == toplevel; });
+    if (m_kept == toplevel)
+        m_kept = nullptr;
     (*found)->release();
     m_toplevels.erase(found);
     m_isChanged = true;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QDeadlineTimer>
 #include <QObject>
 #include <QSocketNotifier>
 #include <QString>
@@ -15,6 +16,7 @@
 
 struct wl_callback;
 struct wl_registry;
+struct wl_seat;
 struct zwlr_foreign_toplevel_handle_v1;
 struct zwlr_foreign_toplevel_manager_v1;
 
@@ -44,6 +46,9 @@ public:
 
     /// Asks the compositor to minimise those that are not. It may ignore that.
     void minimize(const AppIDFilter &isWanted);
+
+    /// If within this time a window becomes active for which `isIntruder`, the one that is active now becomes it again.
+    void keepActive(const AppIDFilter &isIntruder, std::chrono::milliseconds time);
 
     /// Whether the connection has broken, or does not tell of windows. Then nothing changes any more.
     [[nodiscard]] bool isGone() const { return m_isGone; }
@@ -79,13 +84,19 @@ private:
     void flush();
     void close();
     void remove(const Toplevel *toplevel);
+    [[nodiscard]] Toplevel *active() const;
+    void becameActive(const Toplevel &toplevel);
 
     std::unique_ptr<wl_display, DisplayDeleter> m_display;
     QSocketNotifier m_notifier; ///< Goes before the connection that it looks at.
     Proxy<wl_registry> m_registry;
     Proxy<wl_callback> m_allAnnounced;
     Proxy<zwlr_foreign_toplevel_manager_v1> m_manager;
+    Proxy<wl_seat> m_seat; ///< The first one; windows are activated on behalf of one.
     std::vector<std::unique_ptr<Toplevel>> m_toplevels;
+    Toplevel *m_kept = nullptr; ///< One of those, to become active again.
+    AppIDFilter m_isIntruder;
+    QDeadlineTimer m_keptUntil;
     quint64 m_activations = 0; ///< How often a window has become active: the order in which they did.
     bool m_isChanged = false;
     bool m_isGone = false;

@@ -4,6 +4,7 @@
 #include "platform/linux/file_system.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <array>
 #include <sys/inotify.h>
@@ -23,10 +24,15 @@ bool InotifyFolderWatch::start(const QString &folder, const Actions &actions)
     m_queue = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
     if (m_queue < 0)
         return false;
-    // A file made empty is no news: its content comes with a write, or as it is renamed to its place.
-    constexpr uint32_t fileEvents = IN_MODIFY | IN_CLOSE_WRITE | IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE;
+    // Made: a second name for a file that was written elsewhere brings no other event.
+    constexpr uint32_t fileEvents =
+        IN_CREATE | IN_MODIFY | IN_CLOSE_WRITE | IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE;
     constexpr uint32_t folderEvents = IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR;
-    if (inotify_add_watch(m_queue, QFile::encodeName(folder).constData(), fileEvents | folderEvents) < 0) {
+    const auto watch = [this](const QString &path, uint32_t events) {
+        return inotify_add_watch(m_queue, QFile::encodeName(path).constData(), events) >= 0;
+    };
+    // The folder above too: moved with that one, a folder does not hear of it.
+    if (!watch(folder, fileEvents | folderEvents) || !watch(QFileInfo(folder).path(), folderEvents)) {
         stop();
         return false;
     }

@@ -25,12 +25,6 @@ const auto minimizerName = QStringLiteral("dev.tolvane.Wrenfold.MinimizeWindows"
 /// More than anybody has applications; a window that renames itself all the time fills no memory.
 constexpr qsizetype mostSeen = 200;
 
-bool isOurName(const QString &name)
-{
-    return name.compare(applicationID(), Qt::CaseInsensitive) == 0 ||
-           name.compare(QLatin1String("wrenfold"), Qt::CaseInsensitive) == 0;
-}
-
 } // namespace
 
 KWinFrontmostApplication::KWinFrontmostApplication(InstalledApplications &installed,
@@ -134,8 +128,8 @@ void KWinFrontmostApplication::Changed(const QString &windowClass, const QString
     window.windowInstance = windowInstance;
     window.desktopFile = desktopFile;
     window.program = processProgram(pid.toLongLong());
-    m_isOurWindowActive = pid.toLongLong() == QCoreApplication::applicationPid() || isOurName(windowClass) ||
-                          isOurName(desktopFile);
+    m_isOurWindowActive = pid.toLongLong() == QCoreApplication::applicationPid() ||
+                          isOwnWindowName(windowClass) || isOwnWindowName(desktopFile);
     if (window == WindowIdentity{} || m_isOurWindowActive)
         return identify();
     m_window = window;

@@ -2,9 +2,12 @@
 #include "platform/linux/wlroots_frontmost_application.h"
 
 #include "app/application_id.h"
+#include "app/debug_log.h"
 #include "platform/linux/sway_ipc.h"
 
 #include <QTimer>
+
+#include <utility>
 
 namespace wrenfold {
 namespace {
@@ -12,16 +15,10 @@ namespace {
 constexpr std::chrono::milliseconds answerPatience{500};
 constexpr std::chrono::milliseconds minimizePatience{300};
 
-bool isOwn(const QString &appID)
-{
-    return appID.compare(applicationID(), Qt::CaseInsensitive) == 0 ||
-           appID.compare(QLatin1String("wrenfold"), Qt::CaseInsensitive) == 0;
-}
-
 /// Whose window it is. For an X11 window the app_id is either part of WM_CLASS, as the compositor likes.
 RunningApplication applicationOf(const QString &appID, const DesktopEntries &entries)
 {
-    if (isOwn(appID))
+    if (isOwnWindowName(appID))
         return {applicationID(), std::nullopt};
     WindowIdentity window;
     window.windowClass = appID;
@@ -51,6 +48,9 @@ Availability WlrootsFrontmostApplication::availability() const
         return {Availability::Level::NotAvailable,
                 QStringLiteral("The compositor has stopped telling which window is active.")};
     }
+    if (m_cannotHide)
+        return {Availability::Level::Limited,
+                QStringLiteral("The compositor does not minimise other programs' windows.")};
     return {};
 }
 
@@ -98,6 +98,13 @@ void WlrootsFrontmostApplication::leaveGoneCompositor()
     m_isCompositorGone = true;
 }
 
+void WlrootsFrontmostApplication::keepInFront()
+{
+    constexpr auto comingIntoSight = std::chrono::seconds(1);
+    if (m_toplevels)
+        m_toplevels->keepActive(isOwnWindowName, comingIntoSight);
+}
+
 void WlrootsFrontmostApplication::hide(const RunningApplication &application)
 {
     if (!m_toplevels || application.bundleIdentifier == applicationID())
@@ -110,9 +117,14 @@ void WlrootsFrontmostApplication::hide(const RunningApplication &application)
     m_toplevels->minimize(isOfApplication);
     // sway knows no minimising and keeps quiet about it. Forgotten when the connection goes.
     QTimer::singleShot(minimizePatience, m_toplevels.get(), [this, isOfApplication] {
+        if (!m_toplevels->isAnyShown(isOfApplication))
+            return;
         const QString sway = qEnvironmentVariable("SWAYSOCK");
-        if (!sway.isEmpty() && m_toplevels->isAnyShown(isOfApplication))
+        if (!sway.isEmpty()) {
             SwayScratchpad::moveWindows(sway, isOfApplication, m_toplevels.get());
+        } else if (!std::exchange(m_cannotHide, true)) {
+            qCWarning(DebugLog::guard) << "the compositor does not minimise other programs' windows";
+        }
     });
 }
 

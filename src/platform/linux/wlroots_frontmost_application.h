@@ -25,6 +25,7 @@ public:
     void start() override;
     void stop() override;
     [[nodiscard]] std::optional<RunningApplication> current() const override { return m_current; }
+    void keepInFront() override;
     void hide(const RunningApplication &application) override;
 
 private:
@@ -38,6 +39,7 @@ private:
     std::unique_ptr<ForeignToplevels> m_toplevels; ///< Null while stopped, and after the compositor has gone.
     std::optional<RunningApplication> m_current;
     bool m_isCompositorGone = false;
+    bool m_cannotHide = false; ///< A window stayed in sight, and nobody is there to ask for more.
 };
 
 } // namespace wrenfold

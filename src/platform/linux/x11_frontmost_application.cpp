@@ -47,6 +47,12 @@ bool isOurWindow(xcb_window_t window)
                        [window](const QWindow *ours) { return ours->handle() && ours->winId() == window; });
 }
 
+/// Also a window that Qt does not know of, such as the desktop's own file dialog.
+bool isOurs(const WindowIdentity &identity)
+{
+    return isOwnWindowName(identity.windowClass) || isOwnWindowName(identity.windowInstance);
+}
+
 bool contains(const std::vector<uint32_t> &numbers, uint32_t number)
 {
     return std::find(numbers.begin(), numbers.end(), number) != numbers.end();
@@ -139,16 +145,22 @@ bool X11FrontmostApplication::nativeEventFilter(const QByteArray &, void *messag
         const auto *change = reinterpret_cast<const xcb_property_notify_event_t *>(event);
         if (change->window == m_connection.root() && change->atom == m_atoms[ActiveWindow])
             readActiveWindow();
-        else if (change->window == m_activeWindow && change->atom == XCB_ATOM_WM_CLASS)
+        else if (change->window == m_activeWindow && !m_known)
             identify();
         break;
     }
     case XCB_MAP_NOTIFY:
     case XCB_UNMAP_NOTIFY:
-    case XCB_DESTROY_NOTIFY:
-        // In all three the window that it is about stands in the same place.
+        // In both the window that it is about stands in the same place.
         if (reinterpret_cast<const xcb_unmap_notify_event_t *>(event)->window == m_activeWindow)
             identify();
+        break;
+    case XCB_DESTROY_NOTIFY:
+        // Nothing to bridge: it does not come back.
+        if (reinterpret_cast<const xcb_destroy_notify_event_t *>(event)->window == m_activeWindow) {
+            m_known.reset();
+            m_lastKnown.reset();
+        }
         break;
     default:
         break;
@@ -163,11 +175,9 @@ void X11FrontmostApplication::readActiveWindow()
     if (window != m_activeWindow)
         listen(m_activeWindow, XCB_EVENT_MASK_NO_EVENT);
     m_activeWindow = window;
-    // Some window managers go on naming a window that has gone, and some programs name theirs after they have shown it.
+    // Some window managers go on naming a window that has gone.
     listen(window, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     identify();
-    if (!m_known)
-        listen(window, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
 }
 
 void X11FrontmostApplication::listen(xcb_window_t window, uint32_t events) const
@@ -199,6 +209,12 @@ void X11FrontmostApplication::identify()
         m_lastKnown = m_known;
         m_unknownSince = m_clock.now();
     }
+    // Some programs name their window only after they have shown it. Of one that is known no change matters: a title may
+    // change many times a second.
+    if (m_known.has_value() != application.has_value() || !application)
+        listen(m_activeWindow, application
+                                   ? XCB_EVENT_MASK_STRUCTURE_NOTIFY
+                                   : XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
     m_known = std::move(application);
 }
 
@@ -211,6 +227,8 @@ std::optional<RunningApplication> X11FrontmostApplication::application(xcb_windo
     const WindowIdentity identity = this->identity(askIdentity(window));
     if (identity == WindowIdentity{} || !isShown(window))
         return std::nullopt;
+    if (isOurs(identity))
+        return RunningApplication{applicationID(), std::nullopt};
     m_installed.refresh();
     if (!m_installed.isLoaded())
         return std::nullopt;
@@ -264,7 +282,8 @@ void X11FrontmostApplication::hide(const RunningApplication &application)
     for (const Window &window : windows) {
         const bool isHere = canBeHidden(window.place, desktop.empty() ? 0 : desktop.front());
         constexpr uint32_t iconic = 3;
-        if (m_installed.entries().application(identity(window.identity)) == application && isHere)
+        const WindowIdentity identity = this->identity(window.identity);
+        if (m_installed.entries().application(identity) == application && !isOurs(identity) && isHere)
             m_connection.sendToWindowManager(window.id, m_atoms[ChangeState], {iconic});
     }
     xcb_flush(m_connection);
