@@ -260,7 +260,7 @@ private:
     std::unique_ptr<ScheduledCall> m_timer; ///< Present exactly while the timer runs.
     std::unique_ptr<QObject> m_aiOwner;     ///< Answers that come after it has gone reach nobody.
     QSet<QString> m_knownInboxIDs;          ///< Of the candidates that were there at the last reload.
-    QList<InboxItem> m_unsavedApprovals;    ///< Approved while the document could not be saved; their files are there.
+    QList<InboxItem> m_unsavedApprovals;    ///< Their tasks are not on disk yet, their files still are.
     // Shared only in that they can be let go of where their types are not known.
     std::shared_ptr<InboxReader> m_inboxReader;
     std::shared_ptr<InboxWatcher> m_inboxWatcher; ///< Null if the inbox is not monitored.
