@@ -50,6 +50,15 @@ void Painting::roundedCard(QPainter &painter, const QRectF &rect, qreal radius, 
     }
 }
 
+void Painting::dashedOutline(QPainter &painter, const QRectF &rect, qreal radius, const QColor &color)
+{
+    constexpr qreal width = 1.5;
+    const SavedPainter saved(painter);
+    painter.setPen(QPen(color, width, Qt::DashLine));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(rect.adjusted(width / 2, width / 2, -width / 2, -width / 2), radius, radius);
+}
+
 void Painting::focusRing(QPainter &painter, const QRectF &rect, qreal radius)
 {
     const SavedPainter saved(painter);

@@ -22,6 +22,9 @@ struct CardColors
 
 void roundedCard(QPainter &painter, const QRectF &rect, qreal radius, const CardColors &colors);
 
+/// A dashed outline just inside the rectangle: something may be dropped here.
+void dashedOutline(QPainter &painter, const QRectF &rect, qreal radius, const QColor &color);
+
 /// The ring of the keyboard focus, just inside the rectangle.
 void focusRing(QPainter &painter, const QRectF &rect, qreal radius);
 

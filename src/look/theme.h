@@ -93,6 +93,7 @@ inline constexpr int statusHeight = 26, statusSpacing = 8;
 
 inline constexpr int boardPadding = 12, boardTitleHeight = 26, boardAxisWidth = 32, boardGap = 7;
 inline constexpr int cellRadius = 10, cellPadding = 8, cellSpacing = 5, chipRadius = 7, chipPadding = 7;
+inline constexpr int boardAxisHeight = 18, cellTitleHeight = 17, cellLabelHeight = 14, chipHeight = 44;
 inline constexpr int bubbleRadius = 13, bubbleTailRadius = 4, bubblePadding = 11, proposalRadius = 12;
 } // namespace Metrics
 

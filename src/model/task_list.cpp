@@ -170,6 +170,17 @@ TaskList withTaskMoved(const TaskList &tasks, const QUuid &movingID, const QUuid
     return result;
 }
 
+std::optional<QUuid> openNeighbour(const TaskList &tasks, const QUuid &id, int step)
+{
+    TaskList open = topLevelTasks(tasks);
+    open.removeIf([](const TaskItem &task) { return !task.isOpen(); });
+    const qsizetype index = indexOfTask(open, id);
+    const qsizetype neighbour = index + step;
+    if (index < 0 || neighbour < 0 || neighbour >= open.size())
+        return std::nullopt;
+    return open[neighbour].id;
+}
+
 TaskList withOrderOf(const TaskList &order, const TaskList &tasks)
 {
     QHash<QUuid, qsizetype> places;

@@ -44,6 +44,10 @@ namespace wrenfold {
 [[nodiscard]] TaskList withTaskMoved(const TaskList &tasks, const QUuid &movingID, const QUuid &targetID,
                                      bool placeAfter);
 
+/// The open top-level task that stands `step` places below `id` among them, above for a negative step. None when `id` is
+/// not one of them, or there is none so far.
+[[nodiscard]] std::optional<QUuid> openNeighbour(const TaskList &tasks, const QUuid &id, int step);
+
 /// The tasks in the order that `order` has them in. One that it lacks stays behind the task it stands behind.
 [[nodiscard]] TaskList withOrderOf(const TaskList &order, const TaskList &tasks);
 

@@ -3,6 +3,7 @@
 
 #include "look/theme.h"
 #include "platform/panel_window.h"
+#include "shell/panel_geometry.h"
 
 #include <QCloseEvent>
 #include <QPainterPath>
@@ -16,9 +17,9 @@ FocusPanel::FocusPanel(PanelWindow &ability)
 {
     setWindowTitle(QStringLiteral("Wren Fold"));
     setAttribute(Qt::WA_TranslucentBackground, ability.isTranslucencyAvailable());
-    setMinimumSize(344, 250);
-    setMaximumSize(760, 760);
-    resize(344, 500);
+    setMinimumSize(PanelSize::leastWidth, PanelSize::leastHeight);
+    setMaximumSize(PanelSize::mostWidth, PanelSize::mostHeight);
+    resize(PanelSize::compactWidth, PanelSize::fullHeight);
 }
 
 void FocusPanel::setContent(QWidget *content)
@@ -39,6 +40,13 @@ void FocusPanel::showWithoutFocus()
     windowHandle()->setProperty(withoutActivating, false);
 }
 
+void FocusPanel::setClickThrough(bool isClickThrough)
+{
+    m_isClickThrough = isClickThrough;
+    if (windowHandle())
+        windowHandle()->setFlag(Qt::WindowTransparentForInput, isClickThrough);
+}
+
 void FocusPanel::closeEvent(QCloseEvent *event)
 {
     // The program goes on without its panel; only quitting ends it.
@@ -49,6 +57,7 @@ void FocusPanel::closeEvent(QCloseEvent *event)
 void FocusPanel::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
+    windowHandle()->setFlag(Qt::WindowTransparentForInput, m_isClickThrough);
     m_ability.joinAllWorkspaces(*windowHandle());
 }
 

@@ -22,6 +22,9 @@ public:
     /// Comes into sight; who has the keyboard keeps it.
     void showWithoutFocus();
 
+    /// Clicks go to what lies behind, also while the panel is shown.
+    void setClickThrough(bool isClickThrough);
+
     /// Whether the desktop shows what is behind a window's transparent parts. Otherwise the corners are cut
     /// off.
     [[nodiscard]] bool isTranslucent() const { return testAttribute(Qt::WA_TranslucentBackground); }
@@ -34,6 +37,7 @@ protected:
 private:
     PanelWindow &m_ability;
     QWidget *m_content = nullptr;
+    bool m_isClickThrough = false;
 };
 
 } // namespace wrenfold

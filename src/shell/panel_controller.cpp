@@ -21,6 +21,36 @@ PanelController::PanelController(FocusStore &store, Clock &clock, PanelWindow &a
     m_view->setRoundedByPainting(m_panel.isTranslucent());
     m_panel.setContent(m_view);
     centreOnScreen();
+    const auto size = [this](bool) { followSize(); };
+    m_subscriptions.push_back(m_store.isTodoListHidden.onChange(size));
+    m_subscriptions.push_back(m_store.isQuadrantBoardVisible.onChange(size));
+    m_subscriptions.push_back(m_store.isQuadrantDropActive.onChange(size));
+    m_subscriptions.push_back(m_store.isGhostMode.watch([this](bool) { followGhostMode(); }));
+    followSize();
+}
+
+void PanelController::followSize()
+{
+    resizePanel(m_store.isTodoListHidden.value(),
+                m_store.isQuadrantBoardVisible.value() || m_store.isQuadrantDropActive.value());
+}
+
+void PanelController::followGhostMode()
+{
+    m_panel.setClickThrough(m_store.isGhostMode.value());
+}
+
+void PanelController::resizePanel(bool isListHidden, bool isQuadrantBoardPresented)
+{
+    std::optional<QRect> visibleFrame;
+    if (const QScreen *screen = m_panel.screen())
+        visibleFrame = screen->availableGeometry();
+    const PanelGeometry resized = resizedPanel({m_panel.geometry(), m_compactOriginX, m_isBoardLeftOfList},
+                                               visibleFrame, isListHidden, isQuadrantBoardPresented);
+    m_compactOriginX = resized.compactOriginX;
+    m_isBoardLeftOfList = resized.isBoardLeftOfList;
+    m_view->setBoardLeftOfList(m_isBoardLeftOfList);
+    m_panel.setGeometry(resized.frame);
 }
 
 void PanelController::centreOnScreen()

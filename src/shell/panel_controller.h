@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "model/published.h"
 #include "shell/focus_panel.h"
+#include "shell/panel_geometry.h"
 
 #include <functional>
+#include <vector>
 
 namespace wrenfold {
 
@@ -35,10 +38,16 @@ public:
 private:
     void centreOnScreen();
     void logShown() const;
+    void resizePanel(bool isListHidden, bool isQuadrantBoardPresented);
+    void followSize();
+    void followGhostMode();
 
     FocusStore &m_store;
     FocusPanel m_panel;
     FocusPanelView *m_view; ///< The panel's.
+    std::optional<int> m_compactOriginX;
+    bool m_isBoardLeftOfList = false;
+    std::vector<Subscription> m_subscriptions;
 };
 
 } // namespace wrenfold

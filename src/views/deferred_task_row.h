@@ -3,6 +3,7 @@
 
 #include "views/panel_row_widget.h"
 
+#include <array>
 #include <functional>
 
 class QMenu;
@@ -39,9 +40,19 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
+    virtual void placeChildren();
+
+    [[nodiscard]] CheckCircle *check() const { return m_check; }
+    [[nodiscard]] TextLabel *title() const { return m_title; }
+    [[nodiscard]] TextLabel *subtasks() const { return m_subtasks; }
+    /// The actions from the right, null while they were never wanted.
+    [[nodiscard]] std::array<IconButton *, 3> actionButtons() const
+    {
+        return {m_delete, m_quadrant, m_restore};
+    }
+
 private:
     void makeActionButtons();
-    void placeChildren();
     void showQuadrantMenu();
 
     Actions m_actions;

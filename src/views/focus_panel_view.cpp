@@ -4,6 +4,7 @@
 #include "inbox/link_opening.h"
 #include "look/painting.h"
 #include "model/focus_store.h"
+#include "model/task_list.h"
 #include "views/completed_row.h"
 #include "views/deferred_task_row.h"
 #include "views/empty_state_row.h"
@@ -12,6 +13,7 @@
 #include "views/link_question.h"
 #include "views/now_card.h"
 #include "views/panel_header.h"
+#include "views/quadrant_board.h"
 #include "views/row_list_view.h"
 #include "views/section_header_row.h"
 #include "views/status_line.h"
@@ -23,6 +25,7 @@
 #include <QPainter>
 #include <QTimeZone>
 
+#include <algorithm>
 #include <utility>
 
 namespace wrenfold {
@@ -47,11 +50,18 @@ FocusPanelView::FocusPanelView(FocusStore &store, Clock &clock, const Actions &a
                              [this](const QString &goal) { m_store.mediumGoal.set(goal.trimmed()); },
                              [this] { m_store.requestTodoInput(); }},
                             this);
+    const auto toggle = [](Setting<bool> &setting) { return [&setting] { setting.set(!setting.value()); }; };
+    m_board = new QuadrantBoard({deferredTaskActions(), toggle(m_store.isQuadrantBoardVisible)}, this);
     m_header = new PanelHeader({{[this] { toggleTimer(); }, [this] { m_store.resetPomodoro(); },
                                  [this] { m_store.skipBreakToWork(); }},
+                                toggle(m_store.isQuadrantBoardVisible),
+                                toggle(m_store.isTodoListHidden),
+                                toggle(m_store.isHardPinned),
                                 [this] { m_store.undo(); },
                                 [this] { m_store.redo(); },
                                 [this] { m_store.prioritizeTasksWithLLM(); },
+                                m_actions.openAIChat,
+                                m_actions.openSettings,
                                 m_actions.hide},
                                this);
 
@@ -69,6 +79,7 @@ void FocusPanelView::subscribe()
     const auto statusLine = [this](const auto &) { updateStatusLine(); };
     const auto count = [this](const auto &) { updateCompletedToday(); };
     const auto timer = [this](const auto &) { updateTimer(); };
+    const auto board = [this](const auto &) { updateBoard(); };
 
     m_subscriptions.push_back(m_store.tasks.onChange(rows));
     m_subscriptions.push_back(m_store.activeTaskID.onChange(rows));
@@ -88,6 +99,16 @@ void FocusPanelView::subscribe()
     m_subscriptions.push_back(
         m_store.isSortingTasks.watch([this](bool isSorting) { m_header->setCanSort(!isSorting); }));
     m_subscriptions.push_back(m_store.tasks.watch(count));
+    m_subscriptions.push_back(m_store.tasks.onChange(board));
+    m_subscriptions.push_back(m_store.isQuadrantDropActive.onChange(board));
+    m_subscriptions.push_back(m_store.isQuadrantBoardVisible.watch(board));
+    m_subscriptions.push_back(m_store.isQuadrantBoardVisible.onChange(rows));
+    m_subscriptions.push_back(m_store.isTodoListHidden.watch([this](bool isHidden) {
+        m_header->setListHidden(isHidden);
+        m_list->setVisible(!isHidden);
+    }));
+    m_subscriptions.push_back(
+        m_store.isHardPinned.watch([this](bool isPinned) { m_header->setHardPinned(isPinned); }));
     m_subscriptions.push_back(m_store.remainingSeconds.watch(timer));
     m_subscriptions.push_back(m_store.isTimerRunning.onChange(timer));
     m_subscriptions.push_back(m_store.timerPhase.onChange(timer));
@@ -116,15 +137,25 @@ void FocusPanelView::addDraft(const QString &draft, bool makeActive)
         m_list->reveal({PanelRow::Kind::Task, tasks.last().id});
 }
 
+template<typename Operation>
+auto FocusPanelView::thenFlush(Operation operation)
+{
+    return [this, operation](const auto &...arguments) {
+        operation(arguments...);
+        flushRowsUpdate();
+    };
+}
+
+DeferredTaskRow::Actions FocusPanelView::deferredTaskActions()
+{
+    return {thenFlush([this](const TaskItem &task) { m_store.restoreDeferredTask(task); }),
+            [this](const TaskItem &task, TaskQuadrant quadrant) { m_store.setQuadrant(quadrant, task); },
+            thenFlush([this](const TaskItem &task) { m_store.toggleDone(task); }),
+            thenFlush([this](const TaskItem &task) { m_store.deleteTask(task); })};
+}
+
 PanelRowWidget *FocusPanelView::makeRow(PanelRow::Kind kind, QWidget *parent)
 {
-    // The rows follow at once: the next key may be waiting already, and is meant for the row that comes then.
-    const auto thenFlush = [this](auto operation) {
-        return [this, operation](const auto &...arguments) {
-            operation(arguments...);
-            flushRowsUpdate();
-        };
-    };
     const auto toggleDone = thenFlush([this](const TaskItem &task) { m_store.toggleDone(task); });
     const auto deleteTask = thenFlush([this](const TaskItem &task) { m_store.deleteTask(task); });
     switch (kind) {
@@ -147,16 +178,12 @@ PanelRowWidget *FocusPanelView::makeRow(PanelRow::Kind kind, QWidget *parent)
              [this](const TaskItem &task) { beginAddSubtask(task); },
              thenFlush([this](const TaskItem &task) { m_store.splitTaskWithLLM(task); }),
              [this](const TaskItem &task, TaskQuadrant quadrant) { m_store.deferTask(task, quadrant); },
-             deleteTask},
+             deleteTask, thenFlush([this](const TaskItem &task, int step) { moveTaskBy(task, step); })},
             parent);
     case PanelRow::Kind::SubtaskComposer:
         return makeSubtaskComposer(parent);
     case PanelRow::Kind::DeferredTask:
-        return new DeferredTaskRow(
-            {thenFlush([this](const TaskItem &task) { m_store.restoreDeferredTask(task); }),
-             [this](const TaskItem &task, TaskQuadrant quadrant) { m_store.setQuadrant(quadrant, task); },
-             toggleDone, deleteTask},
-            parent);
+        return new DeferredTaskRow(deferredTaskActions(), parent);
     case PanelRow::Kind::CompletedTask:
         return new CompletedRow({toggleDone, deleteTask}, parent);
     case PanelRow::Kind::EmptyState:
@@ -164,11 +191,14 @@ PanelRowWidget *FocusPanelView::makeRow(PanelRow::Kind kind, QWidget *parent)
     case PanelRow::Kind::TodoHeader:
     case PanelRow::Kind::DeferredHeader:
     case PanelRow::Kind::CompletedHeader:
+    case PanelRow::Kind::BoardTask: // Stands in the board only.
         break;
     }
-    return new SectionHeaderRow({thenFlush([this](PanelRow::Kind header) { toggleSection(header); }),
-                                 thenFlush([this] { m_store.clearCompleted(); })},
-                                parent);
+    return new SectionHeaderRow(
+        {thenFlush([this](PanelRow::Kind header) { toggleSection(header); }),
+         thenFlush([this] { m_store.clearCompleted(); }),
+         thenFlush([this] { m_store.isQuadrantBoardVisible.set(!m_store.isQuadrantBoardVisible.value()); })},
+        parent);
 }
 
 PanelRowWidget *FocusPanelView::makeSubtaskComposer(QWidget *parent)
@@ -187,6 +217,16 @@ PanelRowWidget *FocusPanelView::makeSubtaskComposer(QWidget *parent)
                                        flushRowsUpdate();
                                    }},
                                   parent);
+}
+
+void FocusPanelView::moveTaskBy(const TaskItem &task, int step)
+{
+    const std::optional<QUuid> neighbour = openNeighbour(m_store.tasks.value(), task.id, step);
+    if (!neighbour)
+        return;
+    m_store.beginTaskReorder();
+    m_store.moveTask(task.id, *neighbour, step > 0);
+    m_store.endTaskReorder();
 }
 
 void FocusPanelView::beginAddSubtask(const TaskItem &task)
@@ -247,10 +287,10 @@ void FocusPanelView::flushRowsUpdate()
 void FocusPanelView::updateRows()
 {
     const std::optional<QUuid> composerParentID = m_store.subtaskComposerParentID.value();
-    m_list->setRows(
-        panelRows({m_store.tasks.value(), m_store.inboxItems.value(), m_store.activeTaskID.value(),
-                   composerParentID, m_store.isDeferredSectionExpanded.value(),
-                   m_store.isCompletedSectionExpanded.value(), m_store.isSortingTasks.value()}));
+    m_list->setRows(panelRows(
+        {m_store.tasks.value(), m_store.inboxItems.value(), m_store.activeTaskID.value(), composerParentID,
+         m_store.isDeferredSectionExpanded.value(), m_store.isCompletedSectionExpanded.value(),
+         m_store.isQuadrantBoardVisible.value(), m_store.isSortingTasks.value()}));
     if (composerParentID == m_shownComposerParentID && !composerParentID)
         return;
 
@@ -284,6 +324,23 @@ void FocusPanelView::updateCompletedToday()
     m_header->setCompletedTodayCount(m_store.completedTodayCount());
 }
 
+void FocusPanelView::updateBoard()
+{
+    const bool isVisible = m_store.isQuadrantBoardVisible.value();
+    const bool isPresented = isVisible || m_store.isQuadrantDropActive.value();
+    m_header->setBoard(isVisible, int(m_store.deferredTasks().size()));
+    if (isPresented)
+        m_board->setRows(quadrantBoardRows(m_store.tasks.value()));
+    m_board->setVisible(isPresented);
+    placeChildren();
+}
+
+void FocusPanelView::setBoardLeftOfList(bool isLeft)
+{
+    m_isBoardLeftOfList = isLeft;
+    placeChildren();
+}
+
 void FocusPanelView::followMidnight()
 {
     const QDateTime now = m_clock.now();
@@ -315,8 +372,13 @@ void FocusPanelView::resizeEvent(QResizeEvent *event)
 
 void FocusPanelView::placeChildren()
 {
-    const int left = Metrics::panelPadding;
-    const int contentWidth = Metrics::panelWidth - 2 * Metrics::panelPadding;
+    const bool hasBoard = !m_board->isHidden();
+    const int paneWidth = hasBoard ? std::max(Metrics::panelWidth, width() - Metrics::boardWidth) : width();
+    const int boardWidth = width() - paneWidth;
+    const int paneLeft = m_isBoardLeftOfList ? boardWidth : 0;
+    m_board->setGeometry(m_isBoardLeftOfList ? 0 : paneWidth, 0, boardWidth, height());
+    const int left = paneLeft + Metrics::panelPadding;
+    const int contentWidth = paneWidth - 2 * Metrics::panelPadding;
     int top = 0;
     m_header->setGeometry(left, top, contentWidth, m_header->height());
     top += m_header->height() + Metrics::sectionSpacing;

@@ -3,7 +3,7 @@
 
 #include "model/published.h"
 #include "platform/clock.h"
-#include "views/panel_rows.h"
+#include "views/deferred_task_row.h"
 
 #include <QWidget>
 
@@ -17,6 +17,7 @@ class FocusStore;
 class NowCard;
 class PanelHeader;
 class PanelRowWidget;
+class QuadrantBoard;
 class RowListView;
 class StatusLine;
 class TodoComposer;
@@ -34,6 +35,8 @@ public:
         std::function<void()> focusInput; ///< Brings the panel to the front with the keyboard focus.
         std::function<void(const QPoint &)> showAppMenu; ///< At a point of the screen.
         std::function<void(const QUrl &)> openLink;      ///< With the user's program for it.
+        std::function<void()> openSettings = {};         ///< Empty while there is none.
+        std::function<void()> openAIChat = {};           ///< Empty while there is none.
     };
 
     /// The store and the clock must outlive the view.
@@ -42,6 +45,9 @@ public:
     /// Whether the corners outside the rounded background are left empty, for a window that can be seen
     /// through.
     void setRoundedByPainting(bool isRounded);
+
+    /// On which side of the list the board lies, right at first.
+    void setBoardLeftOfList(bool isLeft);
 
 protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
@@ -52,8 +58,14 @@ protected:
 private:
     void addDraft(const QString &draft, bool makeActive);
     PanelRowWidget *makeRow(PanelRow::Kind kind, QWidget *parent);
+    /// The operation, after which the rows follow at once: the next key may be waiting already, and is meant for the row
+    /// that comes then.
+    template<typename Operation>
+    auto thenFlush(Operation operation);
+    [[nodiscard]] DeferredTaskRow::Actions deferredTaskActions();
     PanelRowWidget *makeSubtaskComposer(QWidget *parent);
     void beginAddSubtask(const TaskItem &task);
+    void moveTaskBy(const TaskItem &task, int step);
     void openCandidateLink(const QUrl &link);
     void toggleTimer();
     void toggleSection(PanelRow::Kind header);
@@ -68,6 +80,7 @@ private:
     void updateNowCard();
     void updateStatusLine();
     void updateCompletedToday();
+    void updateBoard();
     void followMidnight();
 
     FocusStore &m_store;
@@ -78,6 +91,8 @@ private:
     TodoComposer *m_composer;
     RowListView *m_list;
     StatusLine *m_statusLine;
+    QuadrantBoard *m_board;
+    bool m_isBoardLeftOfList = false;
     bool m_isRoundedByPainting = false;
     bool m_isRowsUpdateScheduled = false;
     std::optional<QUuid> m_shownComposerParentID;

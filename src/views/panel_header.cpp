@@ -9,23 +9,63 @@
 #include <QPainter>
 #include <QWindow>
 
+#include <initializer_list>
+
 namespace wrenfold {
 
 PanelHeader::PanelHeader(const Actions &actions, QWidget *parent)
     : QWidget(parent)
     , m_timer(new TimerHeader(actions.timer, this))
+    , m_board(addButton(QStringLiteral("square.grid.2x2.fill"), {}, actions.toggleBoard))
     , m_completedToday(new CountBadge(QStringLiteral("今日完了したタスク数"), this))
-    , m_undo(new IconButton(QStringLiteral("arrow.uturn.backward"), QStringLiteral("元に戻す（⌘Z）"), this))
-    , m_redo(new IconButton(QStringLiteral("arrow.uturn.forward"), QStringLiteral("やり直す（⌘Y）"), this))
-    , m_sort(new IconButton(QStringLiteral("wand.and.stars"),
-                            QStringLiteral("AIで優先順に並べ替え（GOALが基準）"), this))
-    , m_hide(new IconButton(QStringLiteral("xmark"), QStringLiteral("Wren Fold を隠す"), this))
+    , m_list(addButton(QStringLiteral("rectangle.compress.vertical"), {}, actions.toggleList))
+    , m_hardPin(addButton(QStringLiteral("square.3.stack.3d"), {}, actions.toggleHardPin))
+    , m_undo(
+          addButton(QStringLiteral("arrow.uturn.backward"), QStringLiteral("元に戻す（⌘Z）"), actions.undo))
+    , m_redo(addButton(QStringLiteral("arrow.uturn.forward"), QStringLiteral("やり直す（⌘Y）"), actions.redo))
+    , m_sort(addButton(QStringLiteral("wand.and.stars"), QStringLiteral("AIで優先順に並べ替え（GOALが基準）"),
+                       actions.sort))
+    , m_chat(addButton(QStringLiteral("brain.head.profile"), QStringLiteral("AIチャットを開く"),
+                       actions.openAIChat))
+    , m_settings(addButton(QStringLiteral("gearshape"), QStringLiteral("設定..."), actions.openSettings))
+    , m_hide(addButton(QStringLiteral("xmark"), QStringLiteral("パネルを隠す"), actions.hide))
 {
     setFixedHeight(Metrics::gripHeight + Metrics::headerHeight + Metrics::stripMargin + Metrics::stripHeight);
-    connect(m_undo, &IconButton::clicked, this, actions.undo);
-    connect(m_redo, &IconButton::clicked, this, actions.redo);
-    connect(m_sort, &IconButton::clicked, this, actions.sort);
-    connect(m_hide, &IconButton::clicked, this, actions.hide);
+    setBoard(false, 0);
+    setListHidden(false);
+    setHardPinned(false);
+}
+
+IconButton *PanelHeader::addButton(const QString &symbol, const QString &help,
+                                   const std::function<void()> &action)
+{
+    auto *button = new IconButton(symbol, help, this);
+    if (action)
+        connect(button, &IconButton::clicked, this, action);
+    else
+        button->hide();
+    return button;
+}
+
+void PanelHeader::setBoard(bool isVisible, int deferredCount)
+{
+    m_board->setOn(isVisible);
+    m_board->setHelp(isVisible ? QStringLiteral("あとでやるの4象限を閉じる")
+                               : QStringLiteral("あとでやるの4象限を表示（%1）").arg(deferredCount));
+}
+
+void PanelHeader::setListHidden(bool isHidden)
+{
+    m_list->setOn(isHidden);
+    m_list->setHelp(isHidden ? QStringLiteral("TODOリストを表示") : QStringLiteral("NOWだけ表示"));
+}
+
+void PanelHeader::setHardPinned(bool isPinned)
+{
+    m_hardPin->setOn(isPinned);
+    m_hardPin->setSymbol(isPinned ? QStringLiteral("square.3.stack.3d.top.fill")
+                                  : QStringLiteral("square.3.stack.3d"));
+    m_hardPin->setHelp(isPinned ? QStringLiteral("最前面固定: オン") : QStringLiteral("最前面固定: オフ"));
 }
 
 void PanelHeader::setCompletedTodayCount(int count)
@@ -93,11 +133,19 @@ void PanelHeader::placeChildren()
                             size.height());
         return left + size.width() + Metrics::stripSpacing;
     };
-    int left = place(m_completedToday, 0);
-    left = place(m_undo, left);
-    left = place(m_redo, left);
-    place(m_sort, left);
-    place(m_hide, width() - Metrics::iconButtonSize);
+    int left = 0;
+    for (QWidget *widget : std::initializer_list<QWidget *>{m_board, m_completedToday, m_list, m_hardPin,
+                                                            m_undo, m_redo, m_sort, m_chat}) {
+        if (!widget->isHidden())
+            left = place(widget, left);
+    }
+    int right = width();
+    for (IconButton *button : {m_hide, m_settings}) {
+        right -= Metrics::iconButtonSize;
+        if (!button->isHidden())
+            place(button, right);
+        right -= Metrics::stripSpacing;
+    }
 }
 
 void PanelHeader::paintEvent(QPaintEvent *)

@@ -19,15 +19,23 @@ public:
     struct Actions
     {
         TimerHeader::Actions timer;
+        std::function<void()> toggleBoard;
+        std::function<void()> toggleList;
+        std::function<void()> toggleHardPin;
         std::function<void()> undo;
         std::function<void()> redo;
-        std::function<void()> sort; ///< By AI.
+        std::function<void()> sort;         ///< By AI.
+        std::function<void()> openAIChat;   ///< Empty: there is no button.
+        std::function<void()> openSettings; ///< Empty: there is no button.
         std::function<void()> hide;
     };
 
     explicit PanelHeader(const Actions &actions, QWidget *parent = nullptr);
 
     void setTimer(const TimerHeaderContent &content) { m_timer->setContent(content); }
+    void setBoard(bool isVisible, int deferredCount);
+    void setListHidden(bool isHidden);
+    void setHardPinned(bool isPinned);
     void setCompletedTodayCount(int count);
     void setCanUndo(bool canUndo);
     void setCanRedo(bool canRedo);
@@ -41,13 +49,20 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    IconButton *addButton(const QString &symbol, const QString &help, const std::function<void()> &action);
     void placeChildren();
 
     TimerHeader *m_timer;
+    // In the order of the strip, which is that of the Tab key.
+    IconButton *m_board;
     CountBadge *m_completedToday;
+    IconButton *m_list;
+    IconButton *m_hardPin;
     IconButton *m_undo;
     IconButton *m_redo;
     IconButton *m_sort;
+    IconButton *m_chat;
+    IconButton *m_settings;
     IconButton *m_hide;
     std::optional<QPoint> m_pressPosition; ///< Of a press that may become a move of the window.
 };

@@ -41,6 +41,18 @@ public:
         return std::move(m_rows);
     }
 
+    QuadrantBoardRows buildBoard()
+    {
+        QuadrantBoardRows rows;
+        for (const TaskItem *task : deferredTasks()) {
+            PanelRow &row = rows[std::size_t(task->quadrant)].emplaceBack();
+            row.kind = PanelRow::Kind::BoardTask;
+            row.task = *task;
+            row.childCount = waitingChildCount(*task);
+        }
+        return rows;
+    }
+
 private:
     void addInboxSection()
     {
@@ -121,6 +133,8 @@ private:
         PanelRow &header = addRow(headerKind);
         header.count = int(tasks.size());
         header.isExpanded = isExpanded;
+        header.isBoardVisible =
+            headerKind == PanelRow::Kind::DeferredHeader && m_input.isQuadrantBoardVisible;
         if (!isExpanded)
             return;
         for (const TaskItem *task : tasks)
@@ -197,6 +211,8 @@ int PanelRow::height() const
         return 3 * Metrics::rowHeight;
     case Kind::DeferredTask:
         return childCount > 0 ? Metrics::twoLineRowHeight : Metrics::rowHeight;
+    case Kind::BoardTask:
+        return Metrics::chipHeight + Metrics::cellSpacing;
     case Kind::SubtaskComposer:
         return Metrics::subtaskRowHeight;
     case Kind::InboxCandidate:
@@ -221,6 +237,12 @@ bool PanelRow::canExpand() const
 QList<PanelRow> panelRows(const PanelRowsInput &input)
 {
     return PanelRowsBuilder(input).build();
+}
+
+QuadrantBoardRows quadrantBoardRows(const TaskList &tasks)
+{
+    const PanelRowsInput input = {.tasks = tasks};
+    return PanelRowsBuilder(input).buildBoard();
 }
 
 } // namespace wrenfold

@@ -4,6 +4,8 @@
 #include "model/inbox_item.h"
 #include "model/task_item.h"
 
+#include <array>
+
 namespace wrenfold {
 
 /// One row of the panel's list: what it shows, nothing of how.
@@ -20,21 +22,23 @@ struct PanelRow
         DeferredTask,
         CompletedHeader,
         CompletedTask,
+        BoardTask, ///< A deferred task in a cell of the quadrant board.
     };
 
     Kind kind = Kind::Task;
-    TaskItem task;           ///< Of the four task kinds; the parent of a SubtaskComposer.
-    InboxItem inboxItem;     ///< Of an InboxCandidate.
-    bool isActive = false;   ///< Task: it is NOW.
-    bool isSubtask = false;  ///< Task: shown under its parent.
-    int subtaskNumber = 0;   ///< Task that is a subtask: counted from 1 among the parent's.
-    int subtaskTotal = 0;    ///< Task that is a subtask: how many the parent has.
-    int childCount = 0;      ///< Task: how many subtasks it has. DeferredTask: how many wait with it.
-    bool canSplit = false;   ///< Task: no other AI work is under way.
-    bool isExpanded = false; ///< Task: subtasks are shown. A header: its section is.
-    int count = 0;           ///< A header: how many its section holds.
-    QString title;           ///< EmptyState.
-    QString hint;            ///< EmptyState.
+    TaskItem task;          ///< Of the four task kinds; the parent of a SubtaskComposer.
+    InboxItem inboxItem;    ///< Of an InboxCandidate.
+    bool isActive = false;  ///< Task: it is NOW.
+    bool isSubtask = false; ///< Task: shown under its parent.
+    int subtaskNumber = 0;  ///< Task that is a subtask: counted from 1 among the parent's.
+    int subtaskTotal = 0;   ///< Task that is a subtask: how many the parent has.
+    int childCount = 0; ///< Task: how many subtasks it has. DeferredTask, BoardTask: how many wait with it.
+    bool canSplit = false;       ///< Task: no other AI work is under way.
+    bool isExpanded = false;     ///< Task: subtasks are shown. A header: its section is.
+    bool isBoardVisible = false; ///< DeferredHeader: the board shows its tasks.
+    int count = 0;               ///< A header: how many its section holds.
+    QString title;               ///< EmptyState.
+    QString hint;                ///< EmptyState.
 
     /// Two rows of equal identity are the same row in two states.
     struct Identity
@@ -65,6 +69,7 @@ struct PanelRowsInput
     std::optional<QUuid> subtaskComposerParentID = {};
     bool isDeferredSectionExpanded = true;
     bool isCompletedSectionExpanded = false;
+    bool isQuadrantBoardVisible = false;
     bool isSortingTasks = false; ///< AI work is under way.
 };
 
@@ -72,5 +77,9 @@ struct PanelRowsInput
 /// task that no deferred parent speaks for has a row of its own among the deferred, so that each can be
 /// restored.
 [[nodiscard]] QList<PanelRow> panelRows(const PanelRowsInput &input);
+
+/// The same deferred tasks for the cells of the board, by quadrant.
+using QuadrantBoardRows = std::array<QList<PanelRow>, allQuadrants.size()>;
+[[nodiscard]] QuadrantBoardRows quadrantBoardRows(const TaskList &tasks);
 
 } // namespace wrenfold

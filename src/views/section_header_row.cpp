@@ -3,6 +3,7 @@
 
 #include "look/icon_button.h"
 #include "look/painting.h"
+#include "look/text_button.h"
 #include "look/text_label.h"
 
 #include <QMouseEvent>
@@ -49,16 +50,41 @@ void SectionHeaderRow::rowChanged(const PanelRow &)
         m_clear->setFocusPolicy(Qt::NoFocus);
         connect(m_clear, &IconButton::clicked, this, [this] { m_actions.clearCompleted(); });
     }
+    if (row().kind == PanelRow::Kind::DeferredHeader)
+        updateBoardButton();
+}
+
+void SectionHeaderRow::updateBoardButton()
+{
+    if (!m_board) {
+        m_board = new TextButton({}, TextButton::Kind::Link, this);
+        m_board->setFocusPolicy(Qt::NoFocus);
+        connect(m_board, &TextButton::clicked, this, [this] { m_actions.toggleBoard(); });
+        m_board->show();
+    }
+    m_board->setLabel(row().isBoardVisible ? QStringLiteral("4象限を閉じる") : QStringLiteral("4象限で見る"));
+    m_board->setHelp(QStringLiteral("%1件を4象限で表示").arg(row().count));
+    placeChildren();
 }
 
 void SectionHeaderRow::resizeEvent(QResizeEvent *event)
 {
     PanelRowWidget::resizeEvent(event);
+    placeChildren();
+}
+
+void SectionHeaderRow::placeChildren()
+{
     const int left = row().takesFocus() ? Metrics::symbolSize + Metrics::sectionHeaderSpacing : 0;
     int right = width();
     if (m_clear) {
         right -= Metrics::iconButtonSize + Metrics::rowRightPadding;
         m_clear->setGeometry(right, 0, Metrics::iconButtonSize, height());
+    }
+    if (m_board) {
+        const int buttonWidth = m_board->sizeHint().width();
+        right -= buttonWidth + Metrics::rowRightPadding;
+        m_board->setGeometry(right, 0, buttonWidth, height());
     }
     m_text->setGeometry(Metrics::listMargin + left, 0, right - left - Metrics::listMargin, height());
 }

@@ -8,11 +8,12 @@
 namespace wrenfold {
 
 class IconButton;
+class TextButton;
 class TextLabel;
 
 /// The header of a section of the list: its name and how many it holds. Those of the deferred and the
 /// completed tasks fold and unfold their section by a click, Space or Return; the one of the completed can
-/// clear them.
+/// clear them, the one of the deferred shows and hides the quadrant board.
 class SectionHeaderRow : public PanelRowWidget
 {
     Q_OBJECT
@@ -22,6 +23,7 @@ public:
     {
         std::function<void(PanelRow::Kind)> toggleSection;
         std::function<void()> clearCompleted;
+        std::function<void()> toggleBoard;
     };
 
     SectionHeaderRow(const Actions &actions, QWidget *parent);
@@ -34,9 +36,13 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void updateBoardButton();
+    void placeChildren();
+
     Actions m_actions;
     TextLabel *m_text;
     IconButton *m_clear = nullptr;
+    TextButton *m_board = nullptr;
 };
 
 } // namespace wrenfold

@@ -8,6 +8,7 @@
 #include "views/row_menu.h"
 
 #include <QContextMenuEvent>
+#include <QKeyEvent>
 #include <QMenu>
 
 namespace wrenfold {
@@ -175,6 +176,9 @@ bool TaskRow::actOnKey(int key)
     case Qt::Key_Enter:
         activateOrRename();
         return true;
+    case Qt::Key_P:
+        m_actions.setActive(task);
+        return true;
     case Qt::Key_F2:
         rename();
         return true;
@@ -192,6 +196,17 @@ bool TaskRow::actOnKey(int key)
     default:
         return false;
     }
+}
+
+void TaskRow::keyPressEvent(QKeyEvent *event)
+{
+    const bool isUp = event->key() == Qt::Key_Up;
+    const bool isArrow = isUp || event->key() == Qt::Key_Down;
+    const bool isMove = isArrow && (event->modifiers() & ~Qt::KeypadModifier) == Qt::AltModifier;
+    if (!isMove)
+        return PanelRowWidget::keyPressEvent(event);
+    if (!row().isSubtask)
+        m_actions.moveBy(row().task, isUp ? -1 : 1);
 }
 
 void TaskRow::contextMenuEvent(QContextMenuEvent *event)

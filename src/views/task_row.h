@@ -17,7 +17,7 @@ class TextLabel;
 /// An open task or a subtask: done circle, title, and the actions that show while the row is pointed at or
 /// focused.
 ///
-/// Keys: Space done, Return NOW (renames what is NOW already), F2 rename, Insert subtask, Delete delete, Left
+/// Keys: Space done, Return NOW (renames what is NOW already), P NOW, Alt with Up and Down move it, F2 rename, Insert subtask, Delete delete, Left
 /// and Right fold and unfold, Menu all of them. A click on the title does what Return does.
 class TaskRow : public PanelRowWidget
 {
@@ -34,6 +34,7 @@ public:
         std::function<void(const TaskItem &)> splitTask;
         std::function<void(const TaskItem &, TaskQuadrant)> deferTask;
         std::function<void(const TaskItem &)> deleteTask;
+        std::function<void(const TaskItem &, int)> moveBy; ///< So many places down among the open tasks.
     };
 
     TaskRow(const Actions &actions, QWidget *parent);
@@ -45,6 +46,7 @@ protected:
     void engagementChanged() override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     bool actOnKey(int key) override;
+    void keyPressEvent(QKeyEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:

@@ -29,6 +29,21 @@ class TaskListTest : public TestCase
     Q_OBJECT
 
 private Q_SLOTS:
+    void anOpenTasksNeighbourIsTheNextOpenTopLevelOne()
+    {
+        const TaskItem a = madeTask(QStringLiteral("a"));
+        const TaskItem b = madeTask(QStringLiteral("b"));
+        const TaskItem later = deferred(madeTask(QStringLiteral("later")));
+        const TaskItem child = madeSubtask(QStringLiteral("child"), a);
+        const TaskList tasks = {a, child, done(madeTask(QStringLiteral("done"))), later, b};
+        QCOMPARE(openNeighbour(tasks, a.id, 1), b.id);
+        QCOMPARE(openNeighbour(tasks, b.id, -1), a.id);
+        QCOMPARE(openNeighbour(tasks, a.id, -1), std::nullopt);
+        QCOMPARE(openNeighbour(tasks, b.id, 1), std::nullopt);
+        for (const TaskItem &other : {child, later})
+            QCOMPARE(openNeighbour(tasks, other.id, 1), std::nullopt);
+    }
+
     void aTaskIsFoundByItsIdentifier()
     {
         const SampleList s;

@@ -10,6 +10,8 @@
 
 #include <QScreen>
 
+#include <QWindow>
+
 namespace wrenfold {
 
 namespace {
@@ -102,7 +104,7 @@ private Q_SLOTS:
     {
         ControllerOnFakes fakes;
         fakes.show();
-        QVERIFY(click(fakes.panel(), QStringLiteral("Wren Fold を隠す")));
+        QVERIFY(click(fakes.panel(), QStringLiteral("パネルを隠す")));
         QVERIFY(!fakes.panel().isVisible());
     }
 
@@ -113,6 +115,64 @@ private Q_SLOTS:
         QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(5, 5), QPoint(105, 205));
         QCoreApplication::sendEvent(fakes.view(), &event);
         QCOMPARE(fakes.menus, QList<QPoint>({QPoint(105, 205)}));
+    }
+
+    void theSizeFollowsTheListAndTheBoard()
+    {
+        ControllerOnFakes fakes;
+        fakes.show();
+        FocusStore &store = fakes.fakes.store;
+        const QPoint place = fakes.panel().pos();
+        QCOMPARE(fakes.panel().size(), QSize(344, 500));
+        store.isTodoListHidden.set(true);
+        QCOMPARE(fakes.panel().size(), QSize(344, 268));
+        store.isQuadrantDropActive.set(true);
+        QCOMPARE(fakes.panel().size(), QSize(716, 500));
+        store.isQuadrantBoardVisible.set(true);
+        store.isQuadrantDropActive.set(false);
+        QCOMPARE(fakes.panel().size(), QSize(716, 500));
+        store.isQuadrantBoardVisible.set(false);
+        store.isTodoListHidden.set(false);
+        QCOMPARE(fakes.panel().geometry(), QRect(place, QSize(344, 500)));
+    }
+
+    void whatIsSavedAsFoldedStartsFolded()
+    {
+        SavedState state;
+        state.isTodoListHidden = true;
+        StoreOnFakes fakes(encodeSavedState(state));
+        FakePanelWindow ability;
+        PanelController controller(fakes.store, fakes.clock, ability, {});
+        QCOMPARE(controller.panel().size(), QSize(344, 268));
+    }
+
+    void ghostModeLetsClicksThroughUntilThePanelIsShown()
+    {
+        ControllerOnFakes fakes;
+        fakes.show();
+        const auto isClickThrough = [&fakes] {
+            return fakes.panel().windowHandle()->flags().testFlag(Qt::WindowTransparentForInput);
+        };
+        QVERIFY(!isClickThrough());
+        fakes.fakes.store.isGhostMode.set(true);
+        QVERIFY(isClickThrough());
+        fakes.controller.hide();
+        fakes.show();
+        QVERIFY(!isClickThrough());
+        QVERIFY(!fakes.fakes.store.isGhostMode.value());
+    }
+
+    void comingIntoSightLeavesGhostModeAndTheFocusWhereItIs()
+    {
+        ControllerOnFakes fakes;
+        QWidget other;
+        other.show();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+        fakes.fakes.store.isGhostMode.set(true);
+        fakes.controller.showWithoutFocus();
+        QVERIFY(fakes.panel().isVisible());
+        QVERIFY(!fakes.fakes.store.isGhostMode.value());
+        QVERIFY(other.isActiveWindow());
     }
 
     void typingKeptInTheFieldSurvivesHiding()

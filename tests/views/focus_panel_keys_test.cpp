@@ -53,7 +53,7 @@ private Q_SLOTS:
         panel.store.deleteTask(panel.fakes.task(b));
         QVERIFY(panel.show());
         QStringList stops;
-        for (int i = 0; i < 13; ++i) {
+        for (int i = 0; i < 16; ++i) {
             panel.press(Qt::Key_Tab);
             stops.append(panel.focused());
         }
@@ -66,15 +66,37 @@ private Q_SLOTS:
                                       QStringLiteral("完了"),
                                       QStringLiteral("ポモドーロを開始（25分）"),
                                       QStringLiteral("ポモドーロをリセット"),
+                                      QStringLiteral("あとでやるの4象限を表示（0）"),
+                                      QStringLiteral("NOWだけ表示"),
+                                      QStringLiteral("最前面固定: オン"),
                                       QStringLiteral("元に戻す（⌘Z）"),
                                       QStringLiteral("AIで優先順に並べ替え（GOALが基準）"),
-                                      QStringLiteral("Wren Fold を隠す"),
+                                      QStringLiteral("パネルを隠す"),
                                       composerName};
         QCOMPARE(stops, expected);
         for (qsizetype i = expected.size() - 2; i >= 0; --i) {
             panel.press(Qt::Key_Backtab);
             QCOMPARE(panel.focused(), expected.at(i));
         }
+    }
+
+    void altWithAnArrowMovesTheTaskAsOneStep()
+    {
+        PanelInWindow panel({madeTask(a), madeTask(QStringLiteral("b")), madeTask(QStringLiteral("c"))});
+        QVERIFY(panel.show());
+        panel.row(a)->setFocus();
+        panel.press(Qt::Key_Up, Qt::AltModifier);
+        QCOMPARE(words(panel.store.tasks.value()), QStringLiteral("a b c"));
+        QVERIFY(!panel.store.canUndo.value());
+        panel.press(Qt::Key_Down, Qt::AltModifier);
+        QCOMPARE(words(panel.store.tasks.value()), QStringLiteral("b a c"));
+        QCOMPARE(panel.focused(), a);
+        panel.press(Qt::Key_Down, Qt::AltModifier);
+        QCOMPARE(words(panel.store.tasks.value()), QStringLiteral("b c a"));
+        panel.store.undo();
+        QCOMPARE(words(panel.store.tasks.value()), QStringLiteral("b a c"));
+        panel.store.undo();
+        QCOMPARE(words(panel.store.tasks.value()), QStringLiteral("a b c"));
     }
 
     void typingAndReturnAddsATask()

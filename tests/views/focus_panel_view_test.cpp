@@ -172,7 +172,7 @@ private Q_SLOTS:
         QVERIFY(!buttonNamed(panel.window, undoHelp)->isEnabled());
         QVERIFY(click(panel.window, redoHelp));
         QCOMPARE(panel.fakes.titles(), QStringLiteral("a b"));
-        QVERIFY(click(panel.window, QStringLiteral("Wren Fold を隠す")));
+        QVERIFY(click(panel.window, QStringLiteral("パネルを隠す")));
         QCOMPARE(panel.calls, QStringList(QStringLiteral("hide")));
     }
 
@@ -206,7 +206,7 @@ private Q_SLOTS:
         PanelInWindow panel({madeTask(a)});
         QVERIFY(panel.show());
         QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(10, 10), QPoint(10, 10));
-        QCoreApplication::sendEvent(buttonNamed(panel.window, QStringLiteral("Wren Fold を隠す")), &event);
+        QCoreApplication::sendEvent(buttonNamed(panel.window, QStringLiteral("パネルを隠す")), &event);
         QCOMPARE(panel.calls, QStringList(QStringLiteral("menu")));
     }
 

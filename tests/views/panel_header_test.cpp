@@ -12,7 +12,7 @@ namespace {
 
 const QString undoHelp = QStringLiteral("元に戻す（⌘Z）");
 const QString redoHelp = QStringLiteral("やり直す（⌘Y）");
-const QString hideHelp = QStringLiteral("Wren Fold を隠す");
+const QString hideHelp = QStringLiteral("パネルを隠す");
 
 struct HeaderInWindow
 {
@@ -21,9 +21,14 @@ struct HeaderInWindow
     PanelHeader *header = new PanelHeader({{[this] { calls.append(QStringLiteral("toggle")); },
                                             [this] { calls.append(QStringLiteral("reset")); },
                                             [this] { calls.append(QStringLiteral("skip")); }},
+                                           [this] { calls.append(QStringLiteral("board")); },
+                                           [this] { calls.append(QStringLiteral("list")); },
+                                           [this] { calls.append(QStringLiteral("pin")); },
                                            [this] { calls.append(QStringLiteral("undo")); },
                                            [this] { calls.append(QStringLiteral("redo")); },
                                            [this] { calls.append(QStringLiteral("sort")); },
+                                           [this] { calls.append(QStringLiteral("chat")); },
+                                           [this] { calls.append(QStringLiteral("settings")); },
                                            [this] { calls.append(QStringLiteral("hide")); }},
                                           &window);
 
@@ -50,6 +55,48 @@ private Q_SLOTS:
             QTest::keyClick(buttonNamed(*shownHeader.header, help), Qt::Key_Space);
         }
         QCOMPARE(shownHeader.calls.join(QLatin1Char(',')), QStringLiteral("undo,undo,redo,redo,hide,hide"));
+    }
+
+    void everyIconOfTheStripDoesItsOperation()
+    {
+        HeaderInWindow shownHeader;
+        for (const QString &help : {QStringLiteral("あとでやるの4象限を表示（0）"),
+                                    QStringLiteral("NOWだけ表示"), QStringLiteral("最前面固定: オフ"),
+                                    QStringLiteral("AIチャットを開く"), QStringLiteral("設定...")})
+            QVERIFY2(click(*shownHeader.header, help), qPrintable(help));
+        QCOMPARE(shownHeader.calls.join(QLatin1Char(',')), QStringLiteral("board,list,pin,chat,settings"));
+    }
+
+    void theHelpTextsSayWhatIsOn()
+    {
+        HeaderInWindow shownHeader;
+        PanelHeader &header = *shownHeader.header;
+        header.setBoard(false, 4);
+        QVERIFY(buttonNamed(header, QStringLiteral("あとでやるの4象限を表示（4）")));
+        header.setBoard(true, 4);
+        auto *board =
+            qobject_cast<IconButton *>(buttonNamed(header, QStringLiteral("あとでやるの4象限を閉じる")));
+        QVERIFY(board && board->isOn());
+        header.setListHidden(true);
+        QVERIFY(buttonNamed(header, QStringLiteral("TODOリストを表示")));
+        header.setHardPinned(true);
+        auto *pin = qobject_cast<IconButton *>(buttonNamed(header, QStringLiteral("最前面固定: オン")));
+        QVERIFY(pin && pin->isOn());
+        QCOMPARE(pin->symbol(), QStringLiteral("square.3.stack.3d.top.fill"));
+        header.setHardPinned(false);
+        QCOMPARE(pin->symbol(), QStringLiteral("square.3.stack.3d"));
+    }
+
+    void whatCannotBeOpenedHasNoButton()
+    {
+        QWidget window;
+        PanelHeader header({{[] {}, [] {}, [] {}}, [] {}, [] {}, [] {}, [] {}, [] {}, [] {}, {}, {}, [] {}},
+                           &window);
+        header.resize(320, header.height());
+        window.show();
+        QVERIFY(!buttonNamed(header, QStringLiteral("AIチャットを開く")));
+        QVERIFY(!buttonNamed(header, QStringLiteral("設定...")));
+        QVERIFY(buttonNamed(header, hideHelp));
     }
 
     void sortingIsDisabledWhileItRuns()

@@ -55,6 +55,8 @@ QString shortForm(const PanelRow &row)
         return QStringLiteral("DONE %1").arg(row.count);
     case Kind::CompletedTask:
         return QStringLiteral("done ") + title;
+    case Kind::BoardTask:
+        return QStringLiteral("board ") + title;
     }
     return {};
 }

@@ -37,7 +37,10 @@ struct TaskRowInWindow : RowInWindow<TaskRow>
                          [this](const TaskItem &task, TaskQuadrant quadrant) {
                              calls.append(QStringLiteral("defer %1 to %2").arg(task.title, label(quadrant)));
                          },
-                         note("delete")},
+                         note("delete"),
+                         [this](const TaskItem &task, int step) {
+                             calls.append(QStringLiteral("move %1 by %2").arg(task.title).arg(step));
+                         }},
                         &window);
     }
 
@@ -117,6 +120,30 @@ private Q_SLOTS:
                  QStringLiteral("done a,now a,fold a,subtask a,delete a,now a"));
         QTest::keyClick(shownRow.row, Qt::Key_F2);
         QVERIFY(shownRow.field());
+    }
+
+    void theKeyPPins()
+    {
+        TaskRowInWindow shownRow;
+        QVERIFY(shownRow.show(task()));
+        QTest::keyClick(shownRow.row, Qt::Key_P);
+        QTest::keyClick(shownRow.row, Qt::Key_P, Qt::ControlModifier);
+        QCOMPARE(shownRow.calls, QStringList(QStringLiteral("now a")));
+    }
+
+    void altWithAnArrowMovesATaskButNoSubtask()
+    {
+        TaskRowInWindow shownRow;
+        QVERIFY(shownRow.show(task()));
+        QTest::keyClick(shownRow.row, Qt::Key_Down, Qt::AltModifier);
+        QTest::keyClick(shownRow.row, Qt::Key_Up, Qt::AltModifier);
+        QCOMPARE(shownRow.calls,
+                 (QStringList{QStringLiteral("move a by 1"), QStringLiteral("move a by -1")}));
+        PanelRow subtask = task();
+        subtask.isSubtask = true;
+        shownRow.row->setRow(subtask);
+        QTest::keyClick(shownRow.row, Qt::Key_Down, Qt::AltModifier);
+        QCOMPARE(shownRow.calls.size(), 2);
     }
 
     void leftAndRightFoldOnlyWhereThereIsSomethingToFold()
