@@ -4,10 +4,13 @@
 #include "look/theme.h"
 #include "platform/panel_window.h"
 #include "shell/panel_geometry.h"
+#include "shell/resize_handle.h"
 
 #include <QCloseEvent>
 #include <QPainterPath>
 #include <QWindow>
+
+#include <utility>
 
 namespace wrenfold {
 
@@ -19,6 +22,11 @@ FocusPanel::FocusPanel(PanelWindow &ability)
     setAttribute(Qt::WA_TranslucentBackground, ability.isTranslucencyAvailable());
     setMinimumSize(PanelSize::leastWidth, PanelSize::leastHeight);
     setMaximumSize(PanelSize::mostWidth, PanelSize::mostHeight);
+    for (const Qt::Edges edges :
+         {Qt::Edges(Qt::TopEdge), Qt::Edges(Qt::BottomEdge), Qt::Edges(Qt::LeftEdge),
+          Qt::Edges(Qt::RightEdge), Qt::TopEdge | Qt::LeftEdge, Qt::TopEdge | Qt::RightEdge,
+          Qt::BottomEdge | Qt::LeftEdge, Qt::BottomEdge | Qt::RightEdge})
+        m_resizeHandles.append(new ResizeHandle(edges, this));
     resize(PanelSize::compactWidth, PanelSize::fullHeight);
 }
 
@@ -27,6 +35,7 @@ void FocusPanel::setContent(QWidget *content)
     m_content = content;
     m_content->setParent(this);
     m_content->setGeometry(rect());
+    m_content->lower(); // The handles lie above it.
 }
 
 void FocusPanel::showWithoutFocus()
@@ -66,6 +75,8 @@ void FocusPanel::resizeEvent(QResizeEvent *event)
     QWidget::resizeEvent(event);
     if (m_content)
         m_content->setGeometry(rect());
+    for (ResizeHandle *handle : std::as_const(m_resizeHandles))
+        handle->place();
     if (!isTranslucent()) {
         QPainterPath outline;
         outline.addRoundedRect(rect(), Metrics::panelRadius, Metrics::panelRadius);

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QList>
 #include <QWidget>
 
 namespace wrenfold {
 
 class PanelWindow;
+class ResizeHandle;
 
 /// The floating panel's window: frameless, 344 x 500, put away but never closed.
 class FocusPanel : public QWidget
@@ -37,6 +39,7 @@ protected:
 private:
     PanelWindow &m_ability;
     QWidget *m_content = nullptr;
+    QList<ResizeHandle *> m_resizeHandles;
     bool m_isClickThrough = false;
 };
 

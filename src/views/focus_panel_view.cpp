@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "views/focus_panel_view.h"
 
-#include "inbox/link_opening.h"
 #include "look/painting.h"
 #include "model/focus_store.h"
 #include "model/task_list.h"
@@ -168,7 +167,10 @@ PanelRowWidget *FocusPanelView::makeRow(PanelRow::Kind kind, QWidget *parent)
             {thenFlush([this](const InboxItem &item) { m_store.approveInboxItem(item, false); }),
              thenFlush([this](const InboxItem &item) { m_store.approveInboxItem(item, true); }),
              thenFlush([this](const InboxItem &item) { m_store.removeInboxFile(item); }),
-             [this](const QUrl &link) { openCandidateLink(link); }},
+             [this](const QUrl &link) {
+                 openForeignLink(
+                     link, [this, link] { m_actions.openLink(link); }, this);
+             }},
             parent);
     case PanelRow::Kind::Task:
         return new TaskRow(
@@ -236,22 +238,6 @@ void FocusPanelView::beginAddSubtask(const TaskItem &task)
     // The caret goes into one that is open already too, of which nothing is announced.
     if (m_shownComposerParentID && m_shownComposerParentID == m_store.subtaskComposerParentID.value())
         m_list->focusRow({PanelRow::Kind::SubtaskComposer, *m_shownComposerParentID}, Qt::TabFocusReason);
-}
-
-void FocusPanelView::openCandidateLink(const QUrl &link)
-{
-    const auto open = [this, link] { m_actions.openLink(link); };
-    switch (linkOpening(link)) {
-    case LinkOpening::AtOnce:
-        open();
-        break;
-    case LinkOpening::AskFirst:
-        (new LinkQuestion(link, open, this))->show();
-        break;
-    case LinkOpening::Never:
-        (new LinkQuestion(link, {}, this))->show();
-        break;
-    }
 }
 
 void FocusPanelView::toggleTimer()

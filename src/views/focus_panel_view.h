@@ -66,7 +66,6 @@ private:
     PanelRowWidget *makeSubtaskComposer(QWidget *parent);
     void beginAddSubtask(const TaskItem &task);
     void moveTaskBy(const TaskItem &task, int step);
-    void openCandidateLink(const QUrl &link);
     void toggleTimer();
     void toggleSection(PanelRow::Kind header);
     void subscribe();

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "views/link_question.h"
 
+#include "inbox/link_opening.h"
+
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -45,6 +47,21 @@ LinkQuestion::LinkQuestion(const QUrl &link, std::function<void()> open, QWidget
     layout->addWidget(text);
     layout->addWidget(buttons);
     resize(420, 180);
+}
+
+void openForeignLink(const QUrl &link, const std::function<void()> &open, QWidget *parent)
+{
+    switch (linkOpening(link)) {
+    case LinkOpening::AtOnce:
+        open();
+        break;
+    case LinkOpening::AskFirst:
+        (new LinkQuestion(link, open, parent))->show();
+        break;
+    case LinkOpening::Never:
+        (new LinkQuestion(link, {}, parent))->show();
+        break;
+    }
 }
 
 } // namespace wrenfold

@@ -20,4 +20,7 @@ public:
     LinkQuestion(const QUrl &link, std::function<void()> open, QWidget *parent);
 };
 
+/// Calls `open` for a link that came from outside: at once, after a question, or never, as linkOpening() says.
+void openForeignLink(const QUrl &link, const std::function<void()> &open, QWidget *parent);
+
 } // namespace wrenfold

@@ -18,7 +18,8 @@ namespace wrenfold {
 
 namespace {
 
-const QString hideText = QStringLiteral("Wren Fold を隠す");
+const QString hideText = QStringLiteral("Wren Fold を隠す"); ///< Of the menu's entry.
+const QString hideButton = QStringLiteral("パネルを隠す");
 
 /// A program on fakes. The panel is found as the desktop finds it, among the windows.
 struct Program
@@ -135,7 +136,7 @@ private Q_SLOTS:
     {
         Program program;
         program.start();
-        QTest::mouseClick(buttonNamed(*program.panel(), hideText), Qt::LeftButton);
+        QTest::mouseClick(buttonNamed(*program.panel(), hideButton), Qt::LeftButton);
         QVERIFY(!program.panel()->isVisible());
         program.fakes.notificationCenter->click();
         QVERIFY(program.panel()->isVisible());
@@ -202,7 +203,7 @@ private Q_SLOTS:
     void theMenuOpensFromTheHeader_data()
     {
         QTest::addColumn<QString>("button");
-        QTest::newRow("on a button") << hideText;
+        QTest::newRow("on a button") << hideButton;
         QTest::newRow("on a button that is disabled") << QStringLiteral("元に戻す（⌘Z）");
     }
 
@@ -222,7 +223,7 @@ private Q_SLOTS:
     {
         Program program;
         program.start();
-        QMenu *menu = program.openMenuOn(hideText);
+        QMenu *menu = program.openMenuOn(hideButton);
         QVERIFY(menu);
         QMetaObject::invokeMethod(
             menu,
