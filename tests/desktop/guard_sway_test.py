@@ -4,7 +4,9 @@ it is left in time. Runs in the session that tests/support/with_sway.sh makes.""
 import json
 import os
 import pathlib
+import shutil
 import sys
+import tempfile
 
 from guard_log import LEFT, GuardLog, hiding, warning
 from session import Session, expect, program_to_test
@@ -30,9 +32,10 @@ class SwaySession(Session):
         self.environment |= {name: os.environ[name] for name in inherited}
 
 
-def become_sways_user():
-    """Xwayland lets no other user in."""
+def become_sways_user(folder):
+    """Xwayland lets no other user in. The folder becomes that user's."""
     if os.geteuid() == 0:
+        os.chown(folder, SWAYS_USER, SWAYS_USER)
         os.setgroups([])
         os.setgid(SWAYS_USER)
         os.setuid(SWAYS_USER)
@@ -97,8 +100,14 @@ def leave_in_time(session, log):
 
 
 def main():
-    path, platform = program_to_test(), sys.argv[2]
-    become_sways_user()
+    # A copy of the program, as sway's user may not be let into the folders where it was built.
+    with tempfile.TemporaryDirectory() as folder:
+        path = shutil.copy(program_to_test(), folder)
+        become_sways_user(folder)
+        guard_in_sway(path, sys.argv[2])
+
+
+def guard_in_sway(path, platform):
     with SwaySession(f"guard_sway_{platform}", window_manager=None) as session:
         install_player(session)
         session.save_document({"tasks": [], "isHardPinned": True, "isFocusGuardEnabled": True,
