@@ -6,9 +6,12 @@
 
 #include <xcb/xcb.h>
 
+#include <cstdlib>
+
 namespace wrenfold {
 
-/// Another program on the X server, with a connection of its own and one window, which is shown at once.
+/// Another program on the X server, with a connection of its own and one window, which is shown at once. What it asks of
+/// the server has been done when a function returns.
 class X11Program
 {
 public:
@@ -23,7 +26,7 @@ public:
         if (!windowClass.isEmpty())
             setClass(windowClass);
         xcb_map_window(m_connection, m_window);
-        xcb_flush(m_connection);
+        sync();
     }
     ~X11Program() { xcb_disconnect(m_connection); }
     Q_DISABLE_COPY_MOVE(X11Program)
@@ -63,11 +66,16 @@ public:
     }
 
 private:
+    /// Waits until the server has done what was asked: what another connection asks it then comes after.
+    void sync()
+    {
+        std::free(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
+    }
     void setProperty(xcb_atom_t name, xcb_atom_t type, uint8_t format, qsizetype count, const void *values)
     {
         xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, m_window, name, type, format,
                             uint32_t(count), values);
-        xcb_flush(m_connection);
+        sync();
     }
     void send(xcb_atom_t type, uint32_t value)
     {
@@ -80,7 +88,7 @@ private:
         xcb_send_event(m_connection, 0, m_screen->root,
                        XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
                        reinterpret_cast<const char *>(&message));
-        xcb_flush(m_connection);
+        sync();
     }
 
     xcb_connection_t *m_connection;
