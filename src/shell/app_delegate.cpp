@@ -53,7 +53,9 @@ void AppDelegate::applicationDidFinishLaunching()
         FocusGuardController::Services{*m_platform.frontmostApplication, *m_platform.clock,
                                        *m_platform.sounds, m_notifier},
         FocusGuardController::Actions{[this] {
-                                          m_platform.frontmostApplication->keepInFront();
+                                          // A panel in sight that comes to the front was clicked.
+                                          if (!m_panelController.panel().isVisible())
+                                              m_platform.frontmostApplication->keepInFront();
                                           m_panelController.showWithoutFocus();
                                       },
                                       [this] { showPanel(); }});

@@ -105,6 +105,8 @@ void FocusPanelView::subscribe()
     m_subscriptions.push_back(m_store.isTodoListHidden.watch([this](bool isHidden) {
         m_header->setListHidden(isHidden);
         m_list->setVisible(!isHidden);
+        if (isHidden)
+            m_store.endAddSubtask(); // What is typed elsewhere must not go where nobody sees it.
     }));
     m_subscriptions.push_back(
         m_store.isHardPinned.watch([this](bool isPinned) { m_header->setHardPinned(isPinned); }));
@@ -233,6 +235,7 @@ void FocusPanelView::moveTaskBy(const TaskItem &task, int step)
 
 void FocusPanelView::beginAddSubtask(const TaskItem &task)
 {
+    m_store.isTodoListHidden.set(false); // The field for it stands in the list.
     m_store.beginAddSubtask(task);
     flushRowsUpdate();
     // The caret goes into one that is open already too, of which nothing is announced.

@@ -66,6 +66,7 @@ void QuadrantBoardCell::setRows(const QList<PanelRow> &rows)
     m_list->setRows(rows);
     // The Tab key passes over a list without anything in it.
     m_list->setFocusPolicy(rows.isEmpty() ? Qt::NoFocus : Qt::StrongFocus);
+    placeChildren();
 }
 
 void QuadrantBoardCell::setDrag(bool isDragging, bool isTargeted)
@@ -78,6 +79,11 @@ void QuadrantBoardCell::setDrag(bool isDragging, bool isTargeted)
 void QuadrantBoardCell::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
+    placeChildren();
+}
+
+void QuadrantBoardCell::placeChildren()
+{
     const int inner = width() - 2 * Metrics::cellPadding;
     int top = Metrics::cellPadding;
     const int countWidth = m_count->sizeHint().width() + Metrics::cellSpacing;

@@ -28,6 +28,8 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void placeChildren();
+
     const TaskQuadrant m_quadrant;
     TextLabel *m_title;
     TextLabel *m_count;

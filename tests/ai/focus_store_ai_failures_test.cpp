@@ -110,8 +110,8 @@ private Q_SLOTS:
             socket.write("HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\n{");
             socket.disconnectFromHost();
         });
-        add("silence", HttpServer::silence(), {.silence = 100ms});
-        add("slow drip", drip, {.silence = 5s, .whole = 300ms});
+        add("silence", HttpServer::silence(), {.silence = 1s});
+        add("slow drip", drip, {.silence = 5s, .whole = 2s});
         add("too large", HttpServer::answer(200, QByteArray(1001, ' ')), {.bytes = 1000});
     }
 

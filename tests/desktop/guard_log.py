@@ -1,6 +1,7 @@
 """What the focus guard writes to the program's log, and when."""
 
 import re
+import threading
 import time
 
 from session import expect
@@ -21,20 +22,24 @@ def hiding(name, app_id):
 
 
 class GuardLog:
-    """Takes the guard's lines one after the other, so that none comes unexpected."""
+    """Takes the guard's lines one after the other, so that none comes unexpected. When each came is noted in the
+    background, whatever the test is busy with."""
 
     def __init__(self, session, program):
         self._session = session
         self._program = program
+        self._lines = []  # text and time of each
         self._taken = 0
+        self._following = threading.Thread(target=self._follow, daemon=True)
+        self._following.start()
 
     def expect_next(self, text, seconds=15):
-        """Waits for the guard's next line, which is to be this one, and returns when it was seen."""
+        """Waits for the guard's next line, which is to be this one, and returns when it came."""
         lines = self._session.wait_for(self._new_lines, f"the guard's line {text}", seconds)
-        seen = time.monotonic()
-        expect(lines[0] == text, f"the guard wrote {lines[0]!r} instead of {text!r}")
+        written, came = lines[0]
+        expect(written == text, f"the guard wrote {written!r} instead of {text!r}")
         self._taken += 1
-        return seen
+        return came
 
     def expect_hiding(self, text, warned):
         passed = self.expect_next(text) - warned
@@ -47,8 +52,18 @@ class GuardLog:
         self.expect_no_more()
 
     def expect_no_more(self):
+        if self._program.poll() is not None:
+            self._following.join()
         expect(not self._new_lines(), f"the guard wrote {self._new_lines()}")
 
     def _new_lines(self):
-        written = (re.search(r" \[guard\] \w+: (.*)", line) for line in self._session.log_lines(self._program))
-        return [match[1] for match in written if match][self._taken:]
+        return self._lines[self._taken:]
+
+    def _follow(self):
+        has_ended = False
+        while not has_ended:
+            has_ended = self._program.poll() is not None  # Asked before, so that the last lines are read too.
+            matches = [re.search(r" \[guard\] \w+: (.*)", line) for line in self._session.log_lines(self._program)]
+            written = [match[1] for match in matches if match]
+            self._lines += [(text, time.monotonic()) for text in written[len(self._lines):]]
+            time.sleep(0.02)  # UNAVOIDABLE: the pause between two looks

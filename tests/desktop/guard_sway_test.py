@@ -71,7 +71,7 @@ def places(session):
 
 
 def expect_hiding(session, log, warned):
-    session.wait_for(lambda: places(session)[1] == BLOCKED, "the player to have the keyboard after the warning", 1)
+    session.wait_for(lambda: places(session)[1] == BLOCKED, "the player to have the keyboard after the warning", 2)
     log.expect_hiding(HIDING, warned)
     session.wait_for(lambda: places(session)[0][BLOCKED] == SCRATCHPAD, "the player to be in the scratchpad")
     log.expect_next(LEFT)

@@ -8,6 +8,7 @@
 
 #include <QTimer>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -113,6 +114,20 @@ private Q_SLOTS:
         QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
         file.write(json("{'text':'open'}"));
         QTRY_COMPARE(texts(watching.store), QStringLiteral("open"));
+    }
+
+    void aFileOfAnotherTimeIsStillRemovedWhenItIsTaken()
+    {
+        InboxFolder::write(QStringLiteral("a.json"), json("{'text':'a'}"));
+        RealWatching watching;
+        QTRY_COMPARE(texts(watching.store), QStringLiteral("a"));
+        const QDateTime before = watching.store.inboxItems.value().first().receivedAt;
+        const timespec times[2] = {{1'000'000'000, 0}, {1'000'000'000, 0}};
+        const QByteArray path = QFile::encodeName(InboxFolder::file(QStringLiteral("a.json")));
+        QCOMPARE(::utimensat(AT_FDCWD, path.constData(), times, 0), 0);
+        QTRY_VERIFY(watching.store.inboxItems.value().first().receivedAt != before);
+        watching.store.approveInboxItem(watching.store.inboxItems.value().first(), false);
+        QVERIFY(InboxFolder::names().isEmpty());
     }
 
     void aFolderThatIsDeletedIsMadeAgainAndWatchedAgain()

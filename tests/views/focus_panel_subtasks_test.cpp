@@ -30,6 +30,19 @@ class FocusPanelSubtasksTest : public TestCase
     Q_OBJECT
 
 private Q_SLOTS:
+    void aSubtaskComposerIsNeverOpenInAFoldedList()
+    {
+        PanelInWindow panel({madeTask(QStringLiteral("a"))});
+        panel.store.setActive(panel.fakes.task(QStringLiteral("a")));
+        QVERIFY(panel.show());
+        panel.store.isTodoListHidden.set(true);
+        QVERIFY(click(panel.nowCard(), QStringLiteral("サブタスクを追加")));
+        QVERIFY(!panel.store.isTodoListHidden.value());
+        QVERIFY(panel.subtaskField() && panel.subtaskField()->hasFocus());
+        panel.store.isTodoListHidden.set(true);
+        QCOMPARE(panel.store.subtaskComposerParentID.value(), std::nullopt);
+    }
+
     void theButtonOpensTheFieldWithTheCaretInIt()
     {
         PanelInWindow panel({madeTask(a), madeTask(b)});

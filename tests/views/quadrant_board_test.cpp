@@ -114,6 +114,20 @@ private Q_SLOTS:
         QCOMPARE(titlesIn(*board.cell(TaskQuadrant::notUrgentNotImportant)), QStringLiteral("d"));
     }
 
+    void aCountThatGetsLongerIsShownWhole()
+    {
+        TaskList tasks;
+        for (int i = 0; i < 9; ++i)
+            tasks.append(deferredTo(QStringLiteral("t%1").arg(i), TaskQuadrant::urgentImportant));
+        const TaskItem last = madeTask(QStringLiteral("last"));
+        Board board(tasks + TaskList{last});
+        QVERIFY(board.show());
+        board.store.deferTask(board.fakes.task(QStringLiteral("last")), TaskQuadrant::urgentImportant);
+        const TextLabel *count =
+            labelSaying(*board.cell(TaskQuadrant::urgentImportant), QStringLiteral("10"));
+        QVERIFY(count && !count->isElided());
+    }
+
     void theBoardIsClosedByItsButton()
     {
         Board board({});

@@ -24,9 +24,9 @@ bool InotifyFolderWatch::start(const QString &folder, const Actions &actions)
     m_queue = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
     if (m_queue < 0)
         return false;
-    // Made: a second name for a file that was written elsewhere brings no other event.
+    // Made: a second name for a file that was written elsewhere brings no other event. Attributes: the time counts.
     constexpr uint32_t fileEvents =
-        IN_CREATE | IN_MODIFY | IN_CLOSE_WRITE | IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE;
+        IN_CREATE | IN_MODIFY | IN_CLOSE_WRITE | IN_ATTRIB | IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE;
     constexpr uint32_t folderEvents = IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR;
     const auto watch = [this](const QString &path, uint32_t events) {
         return inotify_add_watch(m_queue, QFile::encodeName(path).constData(), events) >= 0;
