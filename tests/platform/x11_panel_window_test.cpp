@@ -10,6 +10,23 @@ namespace wrenfold {
 using namespace x11;
 
 /// Runs once for each window manager and once without, see with_x11.sh.
+/// Waits until the wishes are met and stay so: right after showing, Qt and the window manager write over each other's
+/// states, and the panel repeats its wishes.
+static bool comeToBeMet(const QWindow &window)
+{
+    const auto areMet = [&window] {
+        return valuesOf(idOf(window), "_NET_WM_DESKTOP") == Values{0xFFFFFFFF} &&
+               missingStates(window).isEmpty();
+    };
+    constexpr int longerThanTheRepetition = 500;
+    QDeadlineTimer deadline(10000);
+    while (!deadline.hasExpired()) {
+        if (QTest::qWaitFor(areMet) && !QTest::qWaitFor([&] { return !areMet(); }, longerThanTheRepetition))
+            return true;
+    }
+    return false;
+}
+
 class X11PanelWindowTest : public TestCase
 {
     Q_OBJECT
@@ -36,8 +53,7 @@ private Q_SLOTS:
             window.show();
             QVERIFY(QTest::qWaitForWindowExposed(&window));
             desktop.joinAllWorkspaces(window);
-            QTRY_COMPARE(valuesOf(idOf(window), "_NET_WM_DESKTOP"), Values{0xFFFFFFFF});
-            QTRY_COMPARE(missingStates(window), QList<QByteArray>());
+            QVERIFY(comeToBeMet(window));
             window.hide();
             QTRY_VERIFY(!isMapped(window));
         }
@@ -51,8 +67,7 @@ private Q_SLOTS:
         window.show();
         desktop.joinAllWorkspaces(window);
         QVERIFY(QTest::qWaitForWindowExposed(&window));
-        QTRY_COMPARE(valuesOf(idOf(window), "_NET_WM_DESKTOP"), Values{0xFFFFFFFF});
-        QTRY_COMPARE(missingStates(window), QList<QByteArray>());
+        QVERIFY(comeToBeMet(window));
     }
 };
 
