@@ -36,13 +36,15 @@ void FocusStore::prioritizeTasksWithLLM()
     if (isSortingTasks.value())
         return;
     beginAIWork(QStringLiteral("整列中..."));
-    whenTheCallerHasFinished(m_aiOwner.get(), [this] {
+    whenTheCallerHasFinished(m_answersOwner.get(), [this] {
         onAnswer(
-            proposePriorityOrderWithLLM(), m_aiOwner.get(),
+            proposePriorityOrderWithLLM(), m_answersOwner.get(),
             [this](const QList<QUuid> &ids) {
-                const ChangeGroup::Scope scope(m_changes);
-                applyPriorityOrder(ids);
-                endAIWork(QStringLiteral("優先順に整列しました"));
+                whenNotReordering([this, ids] {
+                    const ChangeGroup::Scope scope(m_changes);
+                    applyPriorityOrder(ids);
+                    endAIWork(QStringLiteral("優先順に整列しました"));
+                });
             },
             [this](const AIError &) { endAIWork(QStringLiteral("整列できませんでした")); });
     });
@@ -58,13 +60,15 @@ void FocusStore::splitTaskWithLLM(const TaskItem &task)
     if (isSortingTasks.value())
         return;
     beginAIWork(QStringLiteral("分割中..."));
-    whenTheCallerHasFinished(m_aiOwner.get(), [this, task] {
+    whenTheCallerHasFinished(m_answersOwner.get(), [this, task] {
         onAnswer(
-            proposeSubtasksWithLLM(task), m_aiOwner.get(),
+            proposeSubtasksWithLLM(task), m_answersOwner.get(),
             [this, id = task.id](const QStringList &titles) {
-                const ChangeGroup::Scope scope(m_changes);
-                insertSubtasks(titles, id);
-                endAIWork(QStringLiteral("サブタスクを追加しました"));
+                whenNotReordering([this, id, titles] {
+                    const ChangeGroup::Scope scope(m_changes);
+                    insertSubtasks(titles, id);
+                    endAIWork(QStringLiteral("サブタスクを追加しました"));
+                });
             },
             [this](const AIError &) { endAIWork(QStringLiteral("分割できませんでした")); });
     });
@@ -98,7 +102,7 @@ void FocusStore::importOpenRouterKeyFromOnePassword()
 {
     apiImportStatus.set(QStringLiteral("1Passwordから取得中..."));
     onAnswer(
-        OpenRouterAPIKeyProvider::importFromOnePassword(m_aiOwner.get()), m_aiOwner.get(),
+        OpenRouterAPIKeyProvider::importFromOnePassword(m_answersOwner.get()), m_answersOwner.get(),
         [this](const QString &key) {
             const ChangeGroup::Scope scope(m_changes);
             apiKeyOverride.set(key);

@@ -78,7 +78,8 @@ inline constexpr int stripHeight = 30, stripSpacing = 3, stripMargin = 2;
 
 inline constexpr int iconButtonSize = 26, iconButtonRadius = 7, symbolSize = 16;
 inline constexpr int checkHitSize = 24, checkSize = 16, chipCheckSize = 13;
-inline constexpr qreal checkLineWidth = 1.5, focusRingWidth = 2.0, disabledOpacity = 0.55;
+inline constexpr qreal checkLineWidth = 1.5, focusRingWidth = 2.0, disabledOpacity = 0.55,
+                       draggedOpacity = 0.35;
 inline constexpr int badgeHeight = 20, badgePadding = 6, badgeSpacing = 3;
 inline constexpr int tagHeight = 17, tagRadius = 8, tagPadding = 6;
 inline constexpr int textButtonHeight = 24, textButtonPadding = 4, textButtonRadius = 6;

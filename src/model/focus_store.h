@@ -172,9 +172,10 @@ public:
     /// Best first; unknown and repeated identifiers do no harm, and no task is lost.
     void applyPriorityOrder(const QList<QUuid> &orderedIDs);
     void moveTask(const QUuid &movingID, const QUuid &targetID, bool placeAfter);
+    /// A drag begins: its moves are one undo step. Until it ends or is cancelled, undo, redo and the AI's changes wait.
     void beginTaskReorder();
     void endTaskReorder();
-    void cancelTaskReorder();
+    void cancelTaskReorder(); ///< The order of before comes back.
 
     // --- AI: ai/focus_store_ai.cpp -------------------------------------------------------------------------
     /// The service's order of the open top-level tasks. Fails with an AIError.
@@ -212,6 +213,10 @@ private:
 
     [[nodiscard]] TaskSnapshot snapshot() const { return {tasks.value(), activeTaskID.value()}; }
     void registerTaskUndo(const QString &actionName, std::optional<TaskSnapshot> snapshot = std::nullopt);
+    void whenNotReordering(std::function<void()> operation);
+    void endReorderWait();
+    void undoNow();
+    void redoNow();
     void restore(const TaskSnapshot &snapshot);
     void followHistory();
     void flashStatus(const QString &text);
@@ -254,11 +259,12 @@ private:
         false; ///< The stored document was not understood; the next save must not lose it.
     TaskHistory m_history;
     std::optional<TaskSnapshot> m_reorderStartSnapshot; ///< Present while a drag is under way.
+    std::vector<std::function<void()>> m_waitingForReorderEnd;
     std::unique_ptr<ScheduledCall> m_statusClearCall;
     std::unique_ptr<ScheduledCall> m_pendingUndoClearCall;
     QSet<qint64> m_firedSprintMilestones;   ///< In this work phase, by the seconds left.
     std::unique_ptr<ScheduledCall> m_timer; ///< Present exactly while the timer runs.
-    std::unique_ptr<QObject> m_aiOwner;     ///< Answers that come after it has gone reach nobody.
+    std::unique_ptr<QObject> m_answersOwner; ///< Answers and queued calls that come after it has gone reach nobody.
     QSet<QString> m_knownInboxIDs;          ///< Of the candidates that were there at the last reload.
     QList<InboxItem> m_unsavedApprovals;    ///< Their tasks are not on disk yet, their files still are.
     // Shared only in that they can be let go of where their types are not known.

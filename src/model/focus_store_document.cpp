@@ -63,7 +63,7 @@ FocusStore::FocusStore(const Services &services, Options options)
     , m_sounds(services.sounds)
     , m_sorter(services.sorter)
     , m_isPersistenceEnabled(options.loadSavedState)
-    , m_aiOwner(std::make_unique<QObject>())
+    , m_answersOwner(std::make_unique<QObject>())
 {
     if (m_isPersistenceEnabled)
         load();

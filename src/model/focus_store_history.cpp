@@ -14,6 +14,16 @@ void FocusStore::registerTaskUndo(const QString &actionName, std::optional<TaskS
 
 void FocusStore::undo()
 {
+    whenNotReordering([this] { undoNow(); });
+}
+
+void FocusStore::redo()
+{
+    whenNotReordering([this] { redoNow(); });
+}
+
+void FocusStore::undoNow()
+{
     const std::optional<HistoryEntry> entry = m_history.undo(snapshot());
     if (!entry)
         return;
@@ -22,7 +32,7 @@ void FocusStore::undo()
     flashStatus(entry->actionName + QStringLiteral("を元に戻しました"));
 }
 
-void FocusStore::redo()
+void FocusStore::redoNow()
 {
     const std::optional<HistoryEntry> entry = m_history.redo(snapshot());
     if (!entry)

@@ -3,6 +3,8 @@
 #include "model/task_list.h"
 #include "model/task_ordering.h"
 
+#include <QObject>
+
 #include <utility>
 
 namespace wrenfold {
@@ -63,6 +65,7 @@ void FocusStore::beginTaskReorder()
 void FocusStore::endTaskReorder()
 {
     const std::optional<TaskSnapshot> start = std::exchange(m_reorderStartSnapshot, std::nullopt);
+    endReorderWait();
     if (!start || *start == snapshot())
         return;
     const ChangeGroup::Scope scope(m_changes);
@@ -72,6 +75,7 @@ void FocusStore::endTaskReorder()
 void FocusStore::cancelTaskReorder()
 {
     const std::optional<TaskSnapshot> start = std::exchange(m_reorderStartSnapshot, std::nullopt);
+    endReorderWait();
     if (!start)
         return;
     const ChangeGroup::Scope scope(m_changes);
@@ -80,6 +84,26 @@ void FocusStore::cancelTaskReorder()
     const TaskItem *active = start->activeTaskID ? findTask(tasks.value(), *start->activeTaskID) : nullptr;
     if (active && active->isOpen())
         activeTaskID.set(start->activeTaskID);
+}
+
+/// Carries the operation out at once or, during a drag, after its end: a list that changes under the pointer would
+/// lose the drag, and the drag the change.
+void FocusStore::whenNotReordering(std::function<void()> operation)
+{
+    if (m_reorderStartSnapshot)
+        m_waitingForReorderEnd.push_back(std::move(operation));
+    else
+        operation();
+}
+
+void FocusStore::endReorderWait()
+{
+    // When the caller has finished: a drop on a quadrant is the end of the drag and a deferral.
+    for (std::function<void()> &operation : std::exchange(m_waitingForReorderEnd, {})) {
+        QMetaObject::invokeMethod(
+            m_answersOwner.get(), [this, operation = std::move(operation)] { whenNotReordering(operation); },
+            Qt::QueuedConnection);
+    }
 }
 
 } // namespace wrenfold

@@ -4,20 +4,12 @@
 #include "look/painting.h"
 #include "model/focus_store.h"
 #include "model/task_list.h"
-#include "views/completed_row.h"
-#include "views/deferred_task_row.h"
-#include "views/empty_state_row.h"
-#include "views/inbox_header_row.h"
-#include "views/inbox_row.h"
-#include "views/link_question.h"
 #include "views/now_card.h"
 #include "views/panel_header.h"
 #include "views/quadrant_board.h"
 #include "views/row_list_view.h"
-#include "views/section_header_row.h"
 #include "views/status_line.h"
-#include "views/subtask_composer_row.h"
-#include "views/task_row.h"
+#include "views/task_drag.h"
 #include "views/todo_composer.h"
 
 #include <QContextMenuEvent>
@@ -34,14 +26,20 @@ FocusPanelView::FocusPanelView(FocusStore &store, Clock &clock, const Actions &a
     , m_store(store)
     , m_clock(clock)
     , m_actions(actions)
+    , m_rowFactory(store,
+                   {[this] { flushRowsUpdate(); }, [this](const TaskItem &task) { beginAddSubtask(task); },
+                    [this](const TaskItem &task) {
+                        m_list->focusRow({PanelRow::Kind::Task, task.id}, Qt::TabFocusReason);
+                    },
+                    [this](const QUrl &link) { m_actions.openLink(link); }})
 {
     // Takes the focus itself, so that at first no field has the caret and a click beside a field ends its
     // editing.
     setFocusPolicy(Qt::ClickFocus);
     // Made in the order of the Tab key: typing is wanted most.
     m_composer = new TodoComposer(this);
-    m_list =
-        new RowListView([this](PanelRow::Kind kind, QWidget *owner) { return makeRow(kind, owner); }, this);
+    m_list = new RowListView(
+        [this](PanelRow::Kind kind, QWidget *owner) { return m_rowFactory.make(kind, owner); }, this);
     m_statusLine = new StatusLine([this] { m_store.undo(); }, this);
     m_nowCard = new NowCard({[this](const TaskItem &task) { m_store.toggleDone(task); },
                              [this](const TaskItem &task) { beginAddSubtask(task); },
@@ -50,7 +48,8 @@ FocusPanelView::FocusPanelView(FocusStore &store, Clock &clock, const Actions &a
                              [this] { m_store.requestTodoInput(); }},
                             this);
     const auto toggle = [](Setting<bool> &setting) { return [&setting] { setting.set(!setting.value()); }; };
-    m_board = new QuadrantBoard({deferredTaskActions(), toggle(m_store.isQuadrantBoardVisible)}, this);
+    m_board =
+        new QuadrantBoard({m_rowFactory.deferredTaskActions(), toggle(m_store.isQuadrantBoardVisible)}, this);
     m_header = new PanelHeader({{[this] { toggleTimer(); }, [this] { m_store.resetPomodoro(); },
                                  [this] { m_store.skipBreakToWork(); }},
                                 toggle(m_store.isQuadrantBoardVisible),
@@ -64,11 +63,27 @@ FocusPanelView::FocusPanelView(FocusStore &store, Clock &clock, const Actions &a
                                 m_actions.hide},
                                this);
 
+    m_drag = std::make_unique<TaskDrag>(m_store, m_clock, *m_list, *m_board, *this);
+    connect(m_drag.get(), &TaskDrag::changed, this, [this] {
+        scheduleRowsUpdate();
+        flushRowsUpdate();
+    });
+
     connect(m_composer, &TodoComposer::submitted, this, &FocusPanelView::addDraft);
+    // What is typed there must not become a subtask.
+    connect(m_composer, &TodoComposer::focused, this, [this] { m_store.endAddSubtask(); });
     connect(m_nowCard, &NowCard::heightChanged, this, &FocusPanelView::placeChildren);
     subscribe();
     updateRows();
     followMidnight();
+}
+
+FocusPanelView::~FocusPanelView()
+{
+    m_drag->cancel();
+    // A row that goes may still speak to what made it.
+    delete m_list;
+    delete m_board;
 }
 
 void FocusPanelView::subscribe()
@@ -84,6 +99,7 @@ void FocusPanelView::subscribe()
     m_subscriptions.push_back(m_store.activeTaskID.onChange(rows));
     m_subscriptions.push_back(m_store.subtaskComposerParentID.onChange(rows));
     m_subscriptions.push_back(m_store.inboxItems.onChange(rows));
+    m_subscriptions.push_back(m_store.isReorderKeyPressed.onChange(rows));
     m_subscriptions.push_back(m_store.isDeferredSectionExpanded.onChange(rows));
     m_subscriptions.push_back(m_store.isCompletedSectionExpanded.onChange(rows));
     m_subscriptions.push_back(m_store.tasks.onChange(nowCard));
@@ -138,101 +154,6 @@ void FocusPanelView::addDraft(const QString &draft, bool makeActive)
         m_list->reveal({PanelRow::Kind::Task, tasks.last().id});
 }
 
-template<typename Operation>
-auto FocusPanelView::thenFlush(Operation operation)
-{
-    return [this, operation](const auto &...arguments) {
-        operation(arguments...);
-        flushRowsUpdate();
-    };
-}
-
-DeferredTaskRow::Actions FocusPanelView::deferredTaskActions()
-{
-    return {thenFlush([this](const TaskItem &task) { m_store.restoreDeferredTask(task); }),
-            [this](const TaskItem &task, TaskQuadrant quadrant) { m_store.setQuadrant(quadrant, task); },
-            thenFlush([this](const TaskItem &task) { m_store.toggleDone(task); }),
-            thenFlush([this](const TaskItem &task) { m_store.deleteTask(task); })};
-}
-
-PanelRowWidget *FocusPanelView::makeRow(PanelRow::Kind kind, QWidget *parent)
-{
-    const auto toggleDone = thenFlush([this](const TaskItem &task) { m_store.toggleDone(task); });
-    const auto deleteTask = thenFlush([this](const TaskItem &task) { m_store.deleteTask(task); });
-    switch (kind) {
-    case PanelRow::Kind::InboxHeader:
-        return new InboxHeaderRow({thenFlush([this] { m_store.approveAllInboxItems(); }),
-                                   thenFlush([this] { m_store.dismissAllInboxItems(); })},
-                                  parent);
-    case PanelRow::Kind::InboxCandidate:
-        return new InboxRow(
-            {thenFlush([this](const InboxItem &item) { m_store.approveInboxItem(item, false); }),
-             thenFlush([this](const InboxItem &item) { m_store.approveInboxItem(item, true); }),
-             thenFlush([this](const InboxItem &item) { m_store.removeInboxFile(item); }),
-             [this](const QUrl &link) {
-                 openForeignLink(
-                     link, [this, link] { m_actions.openLink(link); }, this);
-             }},
-            parent);
-    case PanelRow::Kind::Task:
-        return new TaskRow(
-            {toggleDone, thenFlush([this](const TaskItem &task) { m_store.setActive(task); }),
-             thenFlush([this](const TaskItem &task) { m_store.toggleExpanded(task); }),
-             [this](const TaskItem &task, const QString &title) { m_store.updateTaskTitle(task, title); },
-             [this](const TaskItem &task) { beginAddSubtask(task); },
-             thenFlush([this](const TaskItem &task) { m_store.splitTaskWithLLM(task); }),
-             [this](const TaskItem &task, TaskQuadrant quadrant) { m_store.deferTask(task, quadrant); },
-             deleteTask, thenFlush([this](const TaskItem &task, int step) { moveTaskBy(task, step); })},
-            parent);
-    case PanelRow::Kind::SubtaskComposer:
-        return makeSubtaskComposer(parent);
-    case PanelRow::Kind::DeferredTask:
-        return new DeferredTaskRow(deferredTaskActions(), parent);
-    case PanelRow::Kind::CompletedTask:
-        return new CompletedRow({toggleDone, deleteTask}, parent);
-    case PanelRow::Kind::EmptyState:
-        return new EmptyStateRow(parent);
-    case PanelRow::Kind::TodoHeader:
-    case PanelRow::Kind::DeferredHeader:
-    case PanelRow::Kind::CompletedHeader:
-    case PanelRow::Kind::BoardTask: // Stands in the board only.
-        break;
-    }
-    return new SectionHeaderRow(
-        {thenFlush([this](PanelRow::Kind header) { toggleSection(header); }),
-         thenFlush([this] { m_store.clearCompleted(); }),
-         thenFlush([this] { m_store.isQuadrantBoardVisible.set(!m_store.isQuadrantBoardVisible.value()); })},
-        parent);
-}
-
-PanelRowWidget *FocusPanelView::makeSubtaskComposer(QWidget *parent)
-{
-    const auto focusParent = [this](const TaskItem &task) {
-        m_list->focusRow({PanelRow::Kind::Task, task.id}, Qt::TabFocusReason);
-    };
-    return new SubtaskComposerRow({[this, focusParent](const TaskItem &task, const QString &title) {
-                                       focusParent(task);
-                                       m_store.addTask(title, false, task.id);
-                                       flushRowsUpdate();
-                                   },
-                                   [this, focusParent](const TaskItem &task) {
-                                       focusParent(task);
-                                       m_store.endAddSubtask();
-                                       flushRowsUpdate();
-                                   }},
-                                  parent);
-}
-
-void FocusPanelView::moveTaskBy(const TaskItem &task, int step)
-{
-    const std::optional<QUuid> neighbour = openNeighbour(m_store.tasks.value(), task.id, step);
-    if (!neighbour)
-        return;
-    m_store.beginTaskReorder();
-    m_store.moveTask(task.id, *neighbour, step > 0);
-    m_store.endTaskReorder();
-}
-
 void FocusPanelView::beginAddSubtask(const TaskItem &task)
 {
     m_store.isTodoListHidden.set(false); // The field for it stands in the list.
@@ -249,13 +170,6 @@ void FocusPanelView::toggleTimer()
         m_store.pauseTimer();
     else
         m_store.startPomodoro();
-}
-
-void FocusPanelView::toggleSection(PanelRow::Kind header)
-{
-    Setting<bool> &isExpanded = header == PanelRow::Kind::DeferredHeader ? m_store.isDeferredSectionExpanded
-                                                                         : m_store.isCompletedSectionExpanded;
-    isExpanded.set(!isExpanded.value());
 }
 
 void FocusPanelView::scheduleRowsUpdate()
@@ -279,7 +193,9 @@ void FocusPanelView::updateRows()
     m_list->setRows(panelRows(
         {m_store.tasks.value(), m_store.inboxItems.value(), m_store.activeTaskID.value(), composerParentID,
          m_store.isDeferredSectionExpanded.value(), m_store.isCompletedSectionExpanded.value(),
-         m_store.isQuadrantBoardVisible.value(), m_store.isSortingTasks.value()}));
+         m_store.isQuadrantBoardVisible.value(), m_store.isSortingTasks.value(),
+         m_store.isReorderKeyPressed.value(), m_drag->draggingTaskID()}));
+    m_drag->followRows();
     if (composerParentID == m_shownComposerParentID && !composerParentID)
         return;
 
@@ -377,6 +293,7 @@ void FocusPanelView::placeChildren()
     top += m_composer->height() + Metrics::sectionSpacing;
     const int bottom = height() - Metrics::statusHeight;
     m_statusLine->setGeometry(left, bottom, contentWidth, Metrics::statusHeight);
+    m_drag->setMainPaneFrame(QRect(paneLeft, 0, paneWidth, height()));
     m_list->setGeometry(left - Metrics::listMargin, top, contentWidth + 2 * Metrics::listMargin,
                         bottom - top);
 }

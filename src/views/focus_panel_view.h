@@ -3,7 +3,7 @@
 
 #include "model/published.h"
 #include "platform/clock.h"
-#include "views/deferred_task_row.h"
+#include "views/panel_row_factory.h"
 
 #include <QWidget>
 
@@ -16,10 +16,10 @@ namespace wrenfold {
 class FocusStore;
 class NowCard;
 class PanelHeader;
-class PanelRowWidget;
 class QuadrantBoard;
 class RowListView;
 class StatusLine;
+class TaskDrag;
 class TodoComposer;
 
 /// The content of the floating panel. Holds no task data: it shows the store's published state and calls its
@@ -41,6 +41,7 @@ public:
 
     /// The store and the clock must outlive the view.
     FocusPanelView(FocusStore &store, Clock &clock, const Actions &actions, QWidget *parent = nullptr);
+    ~FocusPanelView() override;
 
     /// Whether the corners outside the rounded background are left empty, for a window that can be seen
     /// through.
@@ -57,17 +58,8 @@ protected:
 
 private:
     void addDraft(const QString &draft, bool makeActive);
-    PanelRowWidget *makeRow(PanelRow::Kind kind, QWidget *parent);
-    /// The operation, after which the rows follow at once: the next key may be waiting already, and is meant for the row
-    /// that comes then.
-    template<typename Operation>
-    auto thenFlush(Operation operation);
-    [[nodiscard]] DeferredTaskRow::Actions deferredTaskActions();
-    PanelRowWidget *makeSubtaskComposer(QWidget *parent);
     void beginAddSubtask(const TaskItem &task);
-    void moveTaskBy(const TaskItem &task, int step);
     void toggleTimer();
-    void toggleSection(PanelRow::Kind header);
     void subscribe();
     void placeChildren();
 
@@ -85,12 +77,14 @@ private:
     FocusStore &m_store;
     Clock &m_clock;
     Actions m_actions;
+    PanelRowFactory m_rowFactory;
     PanelHeader *m_header;
     NowCard *m_nowCard;
     TodoComposer *m_composer;
     RowListView *m_list;
     StatusLine *m_statusLine;
     QuadrantBoard *m_board;
+    std::unique_ptr<TaskDrag> m_drag;
     bool m_isBoardLeftOfList = false;
     bool m_isRoundedByPainting = false;
     bool m_isRowsUpdateScheduled = false;

@@ -27,7 +27,8 @@ public:
                 m_deferredParents.insert(task.id, true);
             if (task.isTopLevel() && task.isOpen())
                 m_openParents.insert(task.id);
-            m_openCount += task.isOpen() ? 1 : 0;
+            if (task.isTopLevel() && task.isDone)
+                m_doneParents.insert(task.id);
         }
     }
 
@@ -65,14 +66,20 @@ private:
 
     void addOpenSection()
     {
-        addRow(PanelRow::Kind::TodoHeader).count = m_openCount;
-        const qsizetype before = m_rows.size();
+        const qsizetype header = m_rows.size();
+        addRow(PanelRow::Kind::TodoHeader);
+        int count = 0;
         for (const TaskItem &task : m_input.tasks) {
+            // Under a done parent it is shown among the completed.
+            if (!task.isOpen() || (task.parentID && m_doneParents.contains(*task.parentID)))
+                continue;
+            ++count;
             // Also a subtask that has no open parent to be shown under: what is open is in sight.
-            if (task.isOpen() && !(task.parentID && m_openParents.contains(*task.parentID)))
+            if (!task.parentID || !m_openParents.contains(*task.parentID))
                 addOpenTask(task);
         }
-        if (m_rows.size() == before)
+        m_rows[header].count = count;
+        if (count == 0)
             addEmptyState();
     }
 
@@ -83,18 +90,25 @@ private:
         PanelRow &parent = addTaskRow(PanelRow::Kind::Task, task);
         parent.childCount = int(children.size());
         parent.isExpanded = isExpanded;
-        if (isExpanded) {
-            for (qsizetype i = 0; i < children.size(); ++i) {
-                if (children[i]->isDeferred)
-                    continue;
-                PanelRow &child = addTaskRow(PanelRow::Kind::Task, *children[i]);
-                child.isSubtask = true;
-                child.subtaskNumber = int(i) + 1;
-                child.subtaskTotal = int(children.size());
-            }
-        }
+        parent.isReorderHinted = m_input.isReorderKeyPressed && task.isTopLevel();
+        if (isExpanded)
+            addSubtaskRows(task, [](const TaskItem &child) { return !child.isDeferred; });
         if (m_input.subtaskComposerParentID == task.id)
             addTaskRow(PanelRow::Kind::SubtaskComposer, task);
+    }
+
+    template<typename Condition>
+    void addSubtaskRows(const TaskItem &parent, Condition isShown)
+    {
+        const QList<const TaskItem *> children = m_children.value(parent.id);
+        for (qsizetype i = 0; i < children.size(); ++i) {
+            if (!isShown(*children[i]))
+                continue;
+            PanelRow &child = addTaskRow(PanelRow::Kind::Task, *children[i]);
+            child.isSubtask = true;
+            child.subtaskNumber = int(i) + 1;
+            child.subtaskTotal = int(children.size());
+        }
     }
 
     void addEmptyState()
@@ -137,8 +151,11 @@ private:
             headerKind == PanelRow::Kind::DeferredHeader && m_input.isQuadrantBoardVisible;
         if (!isExpanded)
             return;
-        for (const TaskItem *task : tasks)
+        for (const TaskItem *task : tasks) {
             addTaskRow(rowKind, *task).childCount = waitingChildCount(*task);
+            if (rowKind == PanelRow::Kind::CompletedTask)
+                addSubtaskRows(*task, [](const TaskItem &child) { return child.isOpen(); });
+        }
     }
 
     /// How many subtasks wait with a deferred task.
@@ -175,6 +192,8 @@ private:
         row.task = task;
         row.isActive = kind == PanelRow::Kind::Task && m_input.activeTaskID == task.id;
         row.canSplit = kind == PanelRow::Kind::Task && !m_input.isSortingTasks;
+        row.isDragging = m_input.draggingTaskID &&
+                         (m_input.draggingTaskID == task.id || m_input.draggingTaskID == task.parentID);
         return row;
     }
 
@@ -182,7 +201,7 @@ private:
     QHash<QUuid, QList<const TaskItem *>> m_children;
     QHash<QUuid, bool> m_deferredParents;
     QSet<QUuid> m_openParents;
-    int m_openCount = 0;
+    QSet<QUuid> m_doneParents;
     QList<PanelRow> m_rows;
 };
 

@@ -33,12 +33,14 @@ struct PanelRow
     int subtaskNumber = 0;  ///< Task that is a subtask: counted from 1 among the parent's.
     int subtaskTotal = 0;   ///< Task that is a subtask: how many the parent has.
     int childCount = 0; ///< Task: how many subtasks it has. DeferredTask, BoardTask: how many wait with it.
-    bool canSplit = false;       ///< Task: no other AI work is under way.
-    bool isExpanded = false;     ///< Task: subtasks are shown. A header: its section is.
-    bool isBoardVisible = false; ///< DeferredHeader: the board shows its tasks.
-    int count = 0;               ///< A header: how many its section holds.
-    QString title;               ///< EmptyState.
-    QString hint;                ///< EmptyState.
+    bool canSplit = false;        ///< Task: no other AI work is under way.
+    bool isReorderHinted = false; ///< Task that can be dragged: now by any place of its row.
+    bool isDragging = false;      ///< Task: it or its parent is being dragged.
+    bool isExpanded = false;      ///< Task: subtasks are shown. A header: its section is.
+    bool isBoardVisible = false;  ///< DeferredHeader: the board shows its tasks.
+    int count = 0;                ///< A header: how many its section holds.
+    QString title;                ///< EmptyState.
+    QString hint;                 ///< EmptyState.
 
     /// Two rows of equal identity are the same row in two states.
     struct Identity
@@ -71,6 +73,8 @@ struct PanelRowsInput
     bool isCompletedSectionExpanded = false;
     bool isQuadrantBoardVisible = false;
     bool isSortingTasks = false; ///< AI work is under way.
+    bool isReorderKeyPressed = false;
+    std::optional<QUuid> draggingTaskID = {};
 };
 
 /// The rows from top to bottom: candidates, open tasks with their subtasks, deferred tasks, completed tasks. A deferred

@@ -65,6 +65,17 @@ void RowListView::setRows(QList<PanelRow> rows)
     placeRows();
 }
 
+std::optional<QRect> RowListView::rowFrame(const PanelRow::Identity &identity) const
+{
+    const qsizetype index = indexOf(identity);
+    return index < 0 ? std::nullopt : std::optional(frameOf(index));
+}
+
+QRect RowListView::frameOf(qsizetype index) const
+{
+    return {0, m_tops[index] - verticalScrollBar()->value(), viewport()->width(), m_rows[index].height()};
+}
+
 void RowListView::scrollTo(qsizetype index)
 {
     const int scroll = verticalScrollBar()->value();
@@ -214,7 +225,7 @@ void RowListView::placeRow(qsizetype index)
     if (!widget)
         widget = takeWidget(row.kind);
     widget->setRow(row);
-    widget->setGeometry(0, m_tops[index] - verticalScrollBar()->value(), viewport()->width(), row.height());
+    widget->setGeometry(frameOf(index));
     widget->show();
 }
 

@@ -30,6 +30,10 @@ public:
     ~RowListView() override;
 
     void setRows(QList<PanelRow> rows);
+    [[nodiscard]] const QList<PanelRow> &rows() const { return m_rows; }
+
+    /// The row's place in the viewport, if the list holds it; beside what is in sight when it is scrolled away.
+    [[nodiscard]] std::optional<QRect> rowFrame(const PanelRow::Identity &identity) const;
 
     [[nodiscard]] bool contains(const PanelRow::Identity &identity) const { return indexOf(identity) >= 0; }
 
@@ -53,6 +57,7 @@ private:
     PanelRowWidget *takeWidget(PanelRow::Kind kind);
     void retire(const PanelRow::Identity &identity);
 
+    [[nodiscard]] QRect frameOf(qsizetype index) const;
     [[nodiscard]] qsizetype indexOf(const PanelRow::Identity &identity) const;
     [[nodiscard]] qsizetype rowAt(int y) const; ///< `y` counts from the top of the list.
     [[nodiscard]] qsizetype focusedIndex() const;

@@ -16,23 +16,43 @@ SubtaskComposerRow::SubtaskComposerRow(const Actions &actions, QWidget *parent)
 {
     m_field->setFont(Fonts::subtask());
     m_field->setFocusPolicy(Qt::ClickFocus);
+    m_field->installEventFilter(this);
     connect(m_field, &QLineEdit::returnPressed, this, &SubtaskComposerRow::submit);
 }
 
 void SubtaskComposerRow::submit()
 {
-    const QString title = m_field->text();
-    if (title.trimmed().isEmpty())
+    if (m_field->text().trimmed().isEmpty())
         return;
+    const TaskItem parent = row().task;
+    addDraft(parent);
+    m_actions.close(parent);
+}
+
+void SubtaskComposerRow::addDraft(const TaskItem &parent)
+{
+    const QString title = m_field->text();
     m_field->setCommittedText({});
-    m_actions.addSubtask(row().task, title);
+    if (!title.trimmed().isEmpty())
+        m_actions.addSubtask(parent, title);
+}
+
+bool SubtaskComposerRow::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_field && event->type() == QEvent::FocusOut) {
+        const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
+        const bool isForAWhile = reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason;
+        if (!isForAWhile)
+            addDraft(row().task);
+    }
+    return PanelRowWidget::eventFilter(watched, event);
 }
 
 void SubtaskComposerRow::rowChanged(const PanelRow &previous)
 {
     setAccessibleName(QStringLiteral("サブタスクを追加"));
     if (previous.task.id != row().task.id)
-        m_field->setCommittedText({});
+        addDraft(previous.task);
 }
 
 void SubtaskComposerRow::focusInEvent(QFocusEvent *event)

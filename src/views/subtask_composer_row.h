@@ -9,8 +9,8 @@ namespace wrenfold {
 
 class TextField;
 
-/// The field under a task in which a subtask is typed. Return adds, Escape closes; a draft is kept while the
-/// row is scrolled out of sight.
+/// The field under a task in which a subtask is typed. Return adds and closes, Escape closes; leaving the field, or
+/// opening it for another task, adds what is typed. A draft is kept while the row is scrolled out of sight.
 class SubtaskComposerRow : public PanelRowWidget
 {
     Q_OBJECT
@@ -19,6 +19,7 @@ public:
     struct Actions
     {
         std::function<void(const TaskItem &parent, const QString &title)> addSubtask;
+        /// By Return or Escape: the focus is the receiver's to give.
         std::function<void(const TaskItem &parent)> close;
     };
 
@@ -26,6 +27,7 @@ public:
 
 protected:
     void rowChanged(const PanelRow &previous) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     bool actOnKey(int key) override;
     void resizeEvent(QResizeEvent *event) override;
@@ -33,6 +35,7 @@ protected:
 
 private:
     void submit();
+    void addDraft(const TaskItem &parent);
 
     Actions m_actions;
     TextField *m_field;

@@ -8,6 +8,7 @@
 #include "views/row_menu.h"
 
 #include <QContextMenuEvent>
+#include <QGraphicsOpacityEffect>
 #include <QKeyEvent>
 #include <QMenu>
 
@@ -112,6 +113,13 @@ void TaskRow::rowChanged(const PanelRow &previous)
     }
     if (previous.identity() != row().identity() || previous.canSplit != row().canSplit)
         engagementChanged();
+    updateHandle();
+    if (previous.isDragging != row().isDragging) {
+        auto *faint = row().isDragging ? new QGraphicsOpacityEffect : nullptr;
+        if (faint)
+            faint->setOpacity(Metrics::draggedOpacity);
+        setGraphicsEffect(faint); // What is under the pointer is the preview.
+    }
     placeChildren();
 }
 
@@ -125,7 +133,33 @@ void TaskRow::engagementChanged()
         m_split->setEnabled(row().canSplit);
         m_delete->setVisible(isEngaged());
     }
+    updateHandle();
     placeChildren();
+}
+
+void TaskRow::updateHandle()
+{
+    const bool isShown =
+        row().task.isTopLevel() && row().task.isOpen() && (isEngaged() || row().isReorderHinted);
+    if (!m_handle && !isShown)
+        return;
+    if (!m_handle) {
+        m_handle = new IconButton(QStringLiteral("line.3.horizontal"), {}, this);
+        m_handle->setFocusPolicy(Qt::NoFocus);
+        m_handle->setCursor(Qt::OpenHandCursor);
+        connect(m_handle, &IconButton::clicked, this,
+                [this] { openMenu(mapToGlobal(m_handle->geometry().bottomLeft())); });
+    }
+    m_handle->setVisible(isShown);
+    m_handle->setTint(row().isReorderHinted ? &Theme::accent : &Theme::tertiaryInk);
+    m_handle->setHelp(row().isReorderHinted
+                          ? QStringLiteral("TODOをドラッグして並べ替え、またはあとでやるへ分類")
+                          : QStringLiteral("ドラッグして並べ替え／あとでやるへ分類"));
+}
+
+bool TaskRow::isHandle(const QWidget &child) const
+{
+    return &child == m_handle;
 }
 
 void TaskRow::makeActionButtons()
@@ -149,9 +183,12 @@ void TaskRow::resizeEvent(QResizeEvent *event)
 void TaskRow::placeChildren()
 {
     int x = row().isSubtask ? Metrics::subtaskIndent : Metrics::rowLeftPadding;
+    const bool isLeadTaken = m_chevron && !m_chevron->isHidden();
     if (!row().isSubtask) {
         if (m_chevron)
             placeCheck(m_chevron, x);
+        if (m_handle && !isLeadTaken)
+            placeCheck(m_handle, x);
         x += Metrics::rowLeadWidth + Metrics::rowSpacing;
     }
     x = placeCheck(m_check, x);
@@ -161,7 +198,8 @@ void TaskRow::placeChildren()
         x += width + Metrics::rowSpacing;
     }
     m_pin->setVisible(row().isActive || (isEngaged() && !row().task.isDone));
-    const int right = placeTrailing({m_pin, m_delete, m_split, m_addSubtask});
+    const int right =
+        placeTrailing({m_pin, m_delete, m_split, m_addSubtask, isLeadTaken ? m_handle : nullptr});
     m_title->setGeometry(x, 0, right - Metrics::rowSpacing - x, height());
 }
 
@@ -172,13 +210,11 @@ bool TaskRow::actOnKey(int key)
     case Qt::Key_Space:
         m_actions.toggleDone(task);
         return true;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        activateOrRename();
-        return true;
     case Qt::Key_P:
         m_actions.setActive(task);
         return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
     case Qt::Key_F2:
         rename();
         return true;
@@ -214,6 +250,12 @@ void TaskRow::contextMenuEvent(QContextMenuEvent *event)
     auto *menu = new QMenu(this);
     fillMenu(*menu);
     showRowMenu(menu, *this, *event);
+}
+
+void TaskRow::openMenu(const QPoint &position)
+{
+    QContextMenuEvent event(QContextMenuEvent::Mouse, mapFromGlobal(position), position);
+    contextMenuEvent(&event);
 }
 
 void TaskRow::fillMenu(QMenu &menu)

@@ -17,8 +17,10 @@ class TextLabel;
 /// An open task or a subtask: done circle, title, and the actions that show while the row is pointed at or
 /// focused.
 ///
-/// Keys: Space done, Return NOW (renames what is NOW already), P NOW, Alt with Up and Down move it, F2 rename, Insert subtask, Delete delete, Left
-/// and Right fold and unfold, Menu all of them. A click on the title does what Return does.
+/// Keys: Space done, Return or F2 rename, P NOW, Alt with Up and Down move it, Insert subtask, Delete delete, Left and
+/// Right fold and unfold, Menu all of them. A click on the title makes it NOW, or renames what is NOW already.
+///
+/// A top-level task has a handle to drag it by; a click on that opens the menu.
 class TaskRow : public PanelRowWidget
 {
     Q_OBJECT
@@ -40,6 +42,11 @@ public:
     TaskRow(const Actions &actions, QWidget *parent);
 
     void rename();
+    /// At a point of the screen.
+    void openMenu(const QPoint &position);
+
+    /// Whether the task is dragged by this child of the row.
+    [[nodiscard]] bool isHandle(const QWidget &child) const;
 
 protected:
     void rowChanged(const PanelRow &previous) override;
@@ -53,6 +60,7 @@ private:
     void activateOrRename();
     void fillMenu(QMenu &menu);
     void makeActionButtons();
+    void updateHandle();
     void placeChildren();
 
     Actions m_actions;
@@ -65,6 +73,7 @@ private:
     IconButton *m_addSubtask = nullptr;
     IconButton *m_split = nullptr;
     IconButton *m_delete = nullptr;
+    IconButton *m_handle = nullptr;
 };
 
 } // namespace wrenfold

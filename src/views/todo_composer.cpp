@@ -26,6 +26,8 @@ void TodoComposer::focusInput()
 
 bool TodoComposer::eventFilter(QObject *watched, QEvent *event)
 {
+    if (watched == m_field && event->type() == QEvent::FocusIn)
+        Q_EMIT focused();
     if (watched == m_field && event->type() == QEvent::KeyPress) {
         const auto *key = static_cast<QKeyEvent *>(event);
         if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {

@@ -21,6 +21,7 @@ public:
 Q_SIGNALS:
     /// A draft was submitted; the field is empty again. `makeActive` when Control was held.
     void submitted(const QString &draft, bool makeActive);
+    void focused(); ///< The field took the focus.
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -234,6 +234,54 @@ private Q_SLOTS:
         QCOMPARE(s.titles(), u("c a a1 a2 b d"));
     }
 
+    void undoDuringADragWaitsForItsEnd()
+    {
+        Sample sample;
+        StoreOnFakes &s = sample.s;
+        s.store.deleteTask(sample.b);
+        s.store.beginTaskReorder();
+        s.store.moveTask(sample.d.id, sample.a.id, false);
+        s.store.undo();
+        QCoreApplication::processEvents();
+        QCOMPARE(s.titles(), u("d a a1 a2 c"));
+        s.store.endTaskReorder();
+        QCoreApplication::processEvents();
+        QCOMPARE(s.titles(), u("a a1 a2 c d"));
+        QCOMPARE(s.store.sortStatus.value(), u("並べ替えを元に戻しました"));
+    }
+
+    void redoDuringADragWaitsForItsCancellation()
+    {
+        Sample sample;
+        StoreOnFakes &s = sample.s;
+        s.store.deleteTask(sample.b);
+        s.store.undo();
+        s.store.beginTaskReorder();
+        s.store.moveTask(sample.d.id, sample.a.id, false);
+        s.store.redo();
+        QCoreApplication::processEvents();
+        QCOMPARE(s.titles(), u("d a a1 a2 b c"));
+        s.store.cancelTaskReorder();
+        QCoreApplication::processEvents();
+        QCOMPARE(s.titles(), u("a a1 a2 c d"));
+    }
+
+    void whatWaitedForADragWaitsForTheNextOneToo()
+    {
+        Sample sample;
+        StoreOnFakes &s = sample.s;
+        s.store.deleteTask(sample.b);
+        s.store.beginTaskReorder();
+        s.store.undo();
+        s.store.cancelTaskReorder();
+        s.store.beginTaskReorder();
+        QCoreApplication::processEvents();
+        QCOMPARE(s.titles(), u("a a1 a2 c d"));
+        s.store.cancelTaskReorder();
+        QCoreApplication::processEvents();
+        QCOMPARE(s.titles(), u("a a1 a2 b c d"));
+    }
+
     void aMoveThatFollowsUndoKeepsWhatCanBeRedone()
     {
         Sample sample;

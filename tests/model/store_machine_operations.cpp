@@ -148,21 +148,26 @@ void StoreMachine::clearCompleted()
         expectDeletion(removed);
 }
 
+// During a drag undo and redo wait, which the test of the order shows; here it ends first.
 void StoreMachine::undo()
 {
+    if (m_dragStart)
+        return endTaskReorder();
     m_store.undo();
     expectStep(m_undo, m_redo);
 }
 
 void StoreMachine::redo()
 {
+    if (m_dragStart)
+        return endTaskReorder();
     m_store.redo();
     expectStep(m_redo, m_undo);
 }
 
 void StoreMachine::undoAndRedo()
 {
-    if (m_undo.empty())
+    if (m_undo.empty() || m_dragStart)
         return undo();
     m_store.undo();
     m_store.redo();
@@ -176,7 +181,7 @@ void StoreMachine::undoAndRedo()
 
 void StoreMachine::redoAndUndo()
 {
-    if (m_redo.empty())
+    if (m_redo.empty() || m_dragStart)
         return redo();
     m_store.redo();
     m_store.undo();

@@ -122,13 +122,15 @@ private Q_SLOTS:
             QVERIFY(!field->isVisible() || field->text().isEmpty());
     }
 
-    void anOpenSubtaskOfACompletedTaskStaysInSight()
+    void anOpenSubtaskOfACompletedTaskIsShownUnderIt()
     {
         const TaskItem parent = madeTask(a);
         PanelInWindow panel({done(parent), madeSubtask(b, parent)});
+        panel.store.isCompletedSectionExpanded.set(true);
         QVERIFY(panel.show());
-        QVERIFY(panel.row(b));
-        QVERIFY(!panel.header(Kind::EmptyState));
+        QVERIFY(panel.row(a, Kind::CompletedTask)->y() < panel.row(b)->y());
+        QVERIFY(panel.clickIn(panel.row(b), QStringLiteral("完了")));
+        QVERIFY(panel.fakes.task(b).isDone);
     }
 
     void aTaskAddedBelowWhatIsInSightIsScrolledTo()

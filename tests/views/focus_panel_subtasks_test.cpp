@@ -87,7 +87,7 @@ private Q_SLOTS:
         QCOMPARE(panel.focused(), a);
     }
 
-    void openedAgainItIsEmpty()
+    void openedForAnotherTaskItAddsWhatIsTypedFirst()
     {
         PanelInWindow panel({madeTask(a), madeTask(b)});
         QVERIFY(panel.show());
@@ -97,6 +97,32 @@ private Q_SLOTS:
         QCOMPARE(panel.store.subtaskComposerParentID.value(), panel.fakes.task(b).id);
         QCOMPARE(panel.subtaskField()->text(), QString());
         QVERIFY(panel.subtaskField()->hasFocus());
+        QCOMPARE(panel.fakes.task(c).parentID, panel.fakes.task(a).id);
+    }
+
+    void theMainFieldClosesItAndKeepsWhatIsTyped()
+    {
+        PanelInWindow panel({madeTask(a), madeTask(b)});
+        QVERIFY(panel.show());
+        QVERIFY(open(panel, a));
+        type(panel.subtaskField(), c);
+        panel.composer()->setFocus();
+        QVERIFY(!panel.subtaskField());
+        QCOMPARE(panel.fakes.task(c).parentID, panel.fakes.task(a).id);
+        // What is typed there is a task of its own.
+        type(panel.composer(), QStringLiteral("d"));
+        panel.press(Qt::Key_Return);
+        QVERIFY(panel.fakes.task(QStringLiteral("d")).isTopLevel());
+    }
+
+    void theMainFieldClosesAnEmptyOneToo()
+    {
+        PanelInWindow panel({madeTask(a)});
+        QVERIFY(panel.show());
+        QVERIFY(open(panel, a));
+        panel.store.requestTodoInput();
+        QVERIFY(!panel.subtaskField());
+        QCOMPARE(panel.fakes.titles(), a);
     }
 
     void askedForAgainTheOpenFieldGetsTheCaretBack()
@@ -104,11 +130,10 @@ private Q_SLOTS:
         PanelInWindow panel({madeTask(a), madeTask(b)});
         QVERIFY(panel.show());
         QVERIFY(open(panel, a));
-        type(panel.subtaskField(), c);
-        panel.composer()->setFocus();
+        panel.row(b)->setFocus(Qt::MouseFocusReason);
+        QVERIFY(panel.subtaskField());
         QVERIFY(open(panel, a));
         QVERIFY(panel.subtaskField()->hasFocus());
-        QCOMPARE(panel.subtaskField()->text(), c);
     }
 
     void itClosesWhenItsParentLeavesTheOpenList_data()

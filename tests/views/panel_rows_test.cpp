@@ -241,6 +241,40 @@ private Q_SLOTS:
                  QStringLiteral("TODO 1, p, DONE 3, done a, done b, done c"));
     }
 
+    void anOpenSubtaskOfACompletedParentIsShownUnderIt()
+    {
+        const TaskItem parent = done(task("p"));
+        const TaskList tasks = {parent, done(subtask("a", parent)), subtask("b", parent), done(task("c"))};
+        QCOMPARE(shortForms({.tasks = tasks, .isCompletedSectionExpanded = true}),
+                 QStringLiteral("TODO 0, empty, DONE 3, done p, - b 2/2, done a, done c"));
+        QCOMPARE(shortForms({.tasks = tasks}), QStringLiteral("TODO 0, empty, DONE 3"));
+    }
+
+    void theReorderKeyIsHintedOnWhatCanBeDragged()
+    {
+        const TaskItem parent = expanded(task("p"));
+        const TaskItem child = subtask("a", parent);
+        const TaskItem later = deferred(task("l"));
+        PanelRowsInput input = {.tasks = {parent, child, later, done(task("d"))},
+                                .isReorderKeyPressed = true};
+        QVERIFY(rowOf(input, parent).isReorderHinted);
+        QVERIFY(!rowOf(input, child).isReorderHinted);
+        QVERIFY(!rowOf(input, later, Kind::DeferredTask).isReorderHinted);
+        input.isReorderKeyPressed = false;
+        QVERIFY(!rowOf(input, parent).isReorderHinted);
+    }
+
+    void theWholeBlockIsMarkedAsDragged()
+    {
+        const TaskItem parent = expanded(task("p"));
+        const TaskItem child = subtask("a", parent);
+        const TaskItem other = task("b");
+        const PanelRowsInput input = {.tasks = {parent, child, other}, .draggingTaskID = parent.id};
+        QVERIFY(rowOf(input, parent).isDragging);
+        QVERIFY(rowOf(input, child).isDragging);
+        QVERIFY(!rowOf(input, other).isDragging);
+    }
+
     void aFoldedSectionShowsOnlyItsHeaderWithTheCount()
     {
         const TaskList tasks = {deferred(task("a")), deferred(task("b")), done(task("c"))};

@@ -74,7 +74,8 @@ private Q_SLOTS:
         QVERIFY(shownRow.show(composer()));
         type(shownRow.field(), title);
         QTest::keyClick(shownRow.field(), Qt::Key_Return);
-        QCOMPARE(shownRow.calls, QStringList(QStringLiteral("add %1 under p").arg(title)));
+        QCOMPARE(shownRow.calls,
+                 QStringList({QStringLiteral("add %1 under p").arg(title), QStringLiteral("close under p")}));
         QCOMPARE(shownRow.field()->text(), QString());
     }
 
@@ -97,7 +98,26 @@ private Q_SLOTS:
         QCOMPARE(shownRow.field()->text(), QString());
     }
 
-    void aDraftIsKeptWhileItsParentChangesAndForgottenForAnother()
+    void leavingTheFieldAddsWhatIsTyped()
+    {
+        ComposerInWindow shownRow;
+        QWidget other(&shownRow.window);
+        other.setFocusPolicy(Qt::StrongFocus);
+        QVERIFY(shownRow.show(composer()));
+        shownRow.row->setFocus(Qt::TabFocusReason);
+        type(shownRow.field(), QStringLiteral("draft"));
+        // Another window in front is no leaving, nor is a menu.
+        for (const Qt::FocusReason reason : {Qt::ActiveWindowFocusReason, Qt::PopupFocusReason}) {
+            QFocusEvent away(QEvent::FocusOut, reason);
+            QCoreApplication::sendEvent(shownRow.field(), &away);
+        }
+        QCOMPARE(shownRow.calls, QStringList());
+        other.setFocus(Qt::MouseFocusReason);
+        QCOMPARE(shownRow.calls, QStringList(QStringLiteral("add draft under p")));
+        QCOMPARE(shownRow.field()->text(), QString());
+    }
+
+    void aDraftIsKeptWhileItsParentChangesAndAddedBeforeAnotherComes()
     {
         ComposerInWindow shownRow;
         PanelRow row = composer();
@@ -108,6 +128,7 @@ private Q_SLOTS:
         QCOMPARE(shownRow.field()->text(), QStringLiteral("draft"));
         shownRow.row->setRow(composer(QStringLiteral("other")));
         QCOMPARE(shownRow.field()->text(), QString());
+        QCOMPARE(shownRow.calls, QStringList(QStringLiteral("add draft under renamed")));
     }
 
     void rowAndFieldAreNamed()

@@ -113,13 +113,16 @@ private Q_SLOTS:
         TaskRowInWindow shownRow;
         QVERIFY(shownRow.show(parentTask(false)));
         shownRow.row->setFocus();
-        for (const Qt::Key key :
-             {Qt::Key_Space, Qt::Key_Return, Qt::Key_Right, Qt::Key_Insert, Qt::Key_Delete, Qt::Key_Enter})
+        for (const Qt::Key key : {Qt::Key_Space, Qt::Key_P, Qt::Key_Right, Qt::Key_Insert, Qt::Key_Delete})
             QTest::keyClick(shownRow.row, key);
         QCOMPARE(shownRow.calls.join(QLatin1Char(',')),
-                 QStringLiteral("done a,now a,fold a,subtask a,delete a,now a"));
-        QTest::keyClick(shownRow.row, Qt::Key_F2);
-        QVERIFY(shownRow.field());
+                 QStringLiteral("done a,now a,fold a,subtask a,delete a"));
+        for (const Qt::Key key : {Qt::Key_F2, Qt::Key_Return, Qt::Key_Enter}) {
+            QTest::keyClick(shownRow.row, key);
+            QVERIFY(shownRow.field());
+            QTest::keyClick(shownRow.field(), Qt::Key_Escape);
+            QVERIFY(!shownRow.field());
+        }
     }
 
     void theKeyPPins()
@@ -227,8 +230,11 @@ private Q_SLOTS:
         enter(*shownRow.row);
         TextLabel *title = shown<TextLabel>(*shownRow.row).value(0);
         const int right = title->mapTo(shownRow.row, QPoint(title->width(), 0)).x();
-        for (IconButton *button : shown<IconButton>(*shownRow.row))
-            QVERIFY(button->x() >= right);
+        for (IconButton *button : shown<IconButton>(*shownRow.row)) {
+            const bool isHandle = shownRow.row->isHandle(*button); // Stands in front of the title.
+            QVERIFY(isHandle ? button->geometry().right() < title->mapTo(shownRow.row, QPoint()).x()
+                             : button->x() >= right);
+        }
     }
 
     void aSubtaskShowsItsNumber()
