@@ -11,6 +11,17 @@
 
 namespace wrenfold {
 
+namespace {
+
+/// As much of the number as the badge has room for.
+QString shortText(int count)
+{
+    constexpr int most = 999;
+    return count > most ? QString::number(most) + QLatin1Char('+') : QString::number(count);
+}
+
+} // namespace
+
 CountBadge::CountBadge(const QString &help, QWidget *parent)
     : QWidget(parent)
     , m_help(help)
@@ -39,7 +50,7 @@ void CountBadge::setCount(int count)
 
 QSize CountBadge::sizeHint() const
 {
-    const int text = fontMetrics().horizontalAdvance(QString::number(m_count));
+    const int text = fontMetrics().horizontalAdvance(shortText(m_count));
     return {2 * Metrics::badgePadding + Metrics::symbolSize + Metrics::badgeSpacing + text,
             Metrics::badgeHeight};
 }
@@ -61,7 +72,7 @@ void CountBadge::paintEvent(QPaintEvent *)
     const QRect symbol(Metrics::badgePadding, 0, Metrics::symbolSize, height());
     Painting::symbol(painter, symbol, QStringLiteral("checkmark.circle"), theme.green);
     const QRect number = rect().adjusted(symbol.right() + 1 + Metrics::badgeSpacing, 0, 0, 0);
-    Painting::text(painter, number, QString::number(m_count), font(), theme.green);
+    Painting::text(painter, number, shortText(m_count), font(), theme.green);
 }
 
 void CountBadge::updateName()

@@ -5,6 +5,7 @@
 
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QToolTip>
 
 namespace wrenfold {
@@ -76,6 +77,15 @@ void PaintedButton::keyPressEvent(QKeyEvent *event)
     default:
         QAbstractButton::keyPressEvent(event);
     }
+}
+
+void PaintedButton::mousePressEvent(QMouseEvent *event)
+{
+    static const PaintedButton *lastPressed = nullptr; // Only to compare with: it may have gone.
+    if (event->type() == QEvent::MouseButtonDblClick && lastPressed != this)
+        return;
+    lastPressed = this;
+    QAbstractButton::mousePressEvent(event);
 }
 
 void PaintedButton::focusInEvent(QFocusEvent *event)

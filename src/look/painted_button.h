@@ -8,7 +8,8 @@
 namespace wrenfold {
 
 /// Base of the buttons that we paint. Space and Return act; the focus comes by Tab only, so that a click
-/// leaves it in the field where the user types, and is shown as a ring.
+/// leaves it in the field where the user types, and is shown as a ring. The second half of a double click acts on the
+/// button that had the first one only: what comes under the pointer meanwhile was not meant.
 class PaintedButton : public QAbstractButton
 {
     Q_OBJECT
@@ -33,6 +34,7 @@ protected:
     bool event(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
 
 private:
     QString m_help;

@@ -85,6 +85,20 @@ private Q_SLOTS:
         QCOMPARE(engaged(panel), QStringList());
     }
 
+    void aDoubleClickOnAButtonDoesNotHitTheNextRow()
+    {
+        for (const QString &help : {deleteHelp, QStringLiteral("完了")}) {
+            PanelInWindow panel(tasks(3));
+            QVERIFY(panel.show());
+            movePointer(panel, middleOf(*panel.row(QStringLiteral("1"))));
+            const QPoint place = middleOf(*buttonNamed(*panel.row(QStringLiteral("1")), help));
+            QTest::mouseDClick(panel.window.windowHandle(), Qt::LeftButton, {}, place);
+            QCoreApplication::processEvents();
+            QVERIFY(!panel.row(QStringLiteral("1")));
+            QCOMPARE(panel.store.openTaskCount(), 2);
+        }
+    }
+
     void aRowScrolledFromUnderThePointerLeavesNothingBehind()
     {
         PanelInWindow panel(tasks(100));
