@@ -126,6 +126,7 @@ void TaskDrag::begin()
         return;
     }
     m_draggingTaskID = m_pressedTaskID;
+    m_paneAtStart = mainPaneOnScreen();
     m_preview = new DraggingTaskPreview(*task, &m_panel);
     m_preview->resize(frame->size());
     m_preview->show();
@@ -140,8 +141,7 @@ void TaskDrag::update()
     const QPoint position = m_panel.mapFromGlobal(m_pointer);
     m_preview->move(position - m_grabbedAt);
     m_preview->raise();
-    // Above and below the panel too, so that a pointer that goes too far still moves the task to an end.
-    const bool isInList = position.x() >= m_mainPaneFrame.left() && position.x() <= m_mainPaneFrame.right();
+    const bool isInList = isPointerInList();
     m_targetedQuadrant = isInList ? std::nullopt : m_board.quadrantAt(m_board.mapFromGlobal(m_pointer));
     m_board.setDrag(true, m_targetedQuadrant);
     if (!isInList) {
@@ -157,6 +157,21 @@ void TaskDrag::update()
         Q_EMIT changed();
     }
     updateScrolling();
+}
+
+QRect TaskDrag::mainPaneOnScreen() const
+{
+    return {m_panel.mapToGlobal(m_mainPaneFrame.topLeft()), m_mainPaneFrame.size()};
+}
+
+bool TaskDrag::isPointerInList() const
+{
+    // Above and below the panel too, so that a pointer that goes too far still moves the task to an end. And where the
+    // list was when the board opened: near the edge of the screen it gives way, and the pointer has not left it.
+    const auto isAcross = [this](const QRect &pane) {
+        return m_pointer.x() >= pane.left() && m_pointer.x() <= pane.right();
+    };
+    return isAcross(mainPaneOnScreen()) || isAcross(m_paneAtStart);
 }
 
 int TaskDrag::scrollStep() const

@@ -60,6 +60,8 @@ private:
     void update();
     void updateScrolling();
     [[nodiscard]] int scrollStep() const;
+    [[nodiscard]] QRect mainPaneOnScreen() const;
+    [[nodiscard]] bool isPointerInList() const;
     void release();
     void end();
 
@@ -75,6 +77,7 @@ private:
     QPoint m_pressPosition; ///< Of the screen.
     QPoint m_pointer;       ///< Of the screen.
     QPoint m_grabbedAt;     ///< Where the row was taken hold of.
+    QRect m_paneAtStart;    ///< Of the screen.
 
     std::optional<QUuid> m_draggingTaskID;
     std::optional<TaskQuadrant> m_targetedQuadrant;

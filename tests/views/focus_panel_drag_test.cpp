@@ -197,14 +197,38 @@ private Q_SLOTS:
         QCOMPARE(drag.undoSteps(), 1);
     }
 
+    void aListThatGivesWayToTheBoardIsNotLeftByThePointer()
+    {
+        DragInPanel drag(numberedTasks(3));
+        drag.panel.window.move(400, 100);
+        QVERIFY(drag.panel.show());
+        drag.pressHandle(QStringLiteral("1"));
+        const QPoint pressed = drag.panel.window.mapToGlobal(drag.place);
+        drag.pull(drag.place + QPoint(0, 12));
+        // The wide panel ends at the edge of the screen, and with it the list; the pointer is over the board now.
+        drag.panel.view->setBoardLeftOfList(true);
+        drag.panel.window.move(400 - 314, 100);
+        drag.makeRoomForBoard();
+        drag.pull(drag.panel.window.mapFromGlobal(pressed + QPoint(0, 40)));
+        QVERIFY(drag.board().quadrantAt(drag.board().mapFrom(&drag.panel.window, drag.place)));
+        QVERIFY(!labelSaying(drag.board(), QStringLiteral("ここへドロップ")));
+        QCOMPARE(drag.titles(), QStringLiteral("2 1 3"));
+        drag.pull(drag.cell(TaskQuadrant::urgentImportant));
+        QVERIFY(labelSaying(drag.board(), QStringLiteral("ここへドロップ")));
+        drag.letGo();
+        QVERIFY(drag.panel.fakes.task(QStringLiteral("1")).isDeferred);
+    }
+
     void noCellIsTargetedBeforeThePointerHasLeftTheList()
     {
         DragInPanel drag(numberedTasks(3));
+        drag.panel.window.move(400, 100);
         QVERIFY(drag.panel.show());
         drag.pressHandle(QStringLiteral("1"));
         drag.pull(drag.place + QPoint(0, 12));
         // At the right edge of the screen the board comes left of the list.
         drag.panel.view->setBoardLeftOfList(true);
+        drag.panel.window.move(400 - 372, 100);
         drag.makeRoomForBoard();
         drag.pull(QPoint(716 - 344 + 1, 300));
         QVERIFY(!labelSaying(drag.board(), QStringLiteral("ここへドロップ")));
