@@ -62,8 +62,9 @@ void Painting::dashedOutline(QPainter &painter, const QRectF &rect, qreal radius
 void Painting::focusRing(QPainter &painter, const QRectF &rect, qreal radius)
 {
     const SavedPainter saved(painter);
-    const qreal inset = Metrics::focusRingWidth / 2;
-    painter.setPen(QPen(Theme::current().accent, Metrics::focusRingWidth));
+    const Theme &theme = Theme::current();
+    const qreal inset = theme.focusRingWidth / 2;
+    painter.setPen(QPen(theme.accent, theme.focusRingWidth));
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), radius - inset, radius - inset);
 }

@@ -49,8 +49,10 @@ void TextButton::paintEvent(QPaintEvent *)
         painter.setOpacity(Metrics::disabledOpacity);
     if (m_kind == Kind::Primary)
         Painting::roundedCard(painter, rect(), radius, {theme.accent, {}, {}});
-    if (m_kind == Kind::Plain || (isLink && (isHovered() || isDown())))
+    if (isLink && (isHovered() || isDown()))
         Painting::roundedCard(painter, rect(), radius, {theme.hover, {}, {}});
+    if (m_kind == Kind::Plain)
+        Painting::roundedCard(painter, rect(), radius, {theme.hover, theme.fieldLine, {}});
     if (m_kind == Kind::Plain && isHovered())
         Painting::roundedCard(painter, rect(), radius, {QColor(Qt::transparent), theme.line, {}});
     QFont font = this->font();

@@ -8,6 +8,9 @@ namespace wrenfold {
 
 namespace {
 
+bool highContrast = false;
+bool motionReduced = false;
+
 QColor rgb(QRgb value)
 {
     return QColor::fromRgb(value);
@@ -84,6 +87,25 @@ Theme makeDark()
     return withDerivedColors(theme);
 }
 
+/// Nearly black on white or white on black, with colours between the theme's own and the ink.
+Theme withHighContrast(Theme theme, const QColor &ink, const QColor &paper)
+{
+    theme.background = theme.card = paper;
+    theme.ink = ink;
+    theme.secondaryInk = theme.tertiaryInk = mixed(ink, 0.8F, paper);
+    theme.line = theme.fieldLine = mixed(ink, 0.6F, paper);
+    theme.onAccent = paper;
+    for (const Theme::Color color :
+         {&Theme::accent, &Theme::green, &Theme::orange, &Theme::pink, &Theme::urgentAndImportant,
+          &Theme::important, &Theme::urgent, &Theme::neither})
+        theme.*color = mixed(ink, 0.4F, theme.*color);
+    theme.accentSoft = withAlpha(theme.accent, theme.accentSoft.alphaF());
+    theme.focusRingWidth = 3.0;
+    theme = withDerivedColors(theme);
+    theme.accentLine = theme.accent;
+    return theme;
+}
+
 QFont sized(int pixels, QFont::Weight weight = QFont::Normal)
 {
     QFont font;
@@ -123,12 +145,43 @@ const Theme &Theme::dark()
     return theme;
 }
 
-const Theme &Theme::current()
+const Theme &Theme::lightHighContrast()
 {
-    // Qt before 6.5 does not tell the desktop's colour scheme; its palette does.
-    const bool isDark =
-        QGuiApplication::palette().color(QPalette::Active, QPalette::Window).lightness() < 128;
+    static const Theme theme = withHighContrast(light(), Qt::black, Qt::white);
+    return theme;
+}
+
+const Theme &Theme::darkHighContrast()
+{
+    static const Theme theme = withHighContrast(dark(), Qt::white, Qt::black);
+    return theme;
+}
+
+const Theme &Theme::inScheme(bool isDark)
+{
+    if (highContrast)
+        return isDark ? darkHighContrast() : lightHighContrast();
     return isDark ? dark() : light();
+}
+
+bool Theme::isPaletteDark()
+{
+    return QGuiApplication::palette().color(QPalette::Active, QPalette::Window).lightness() < 128;
+}
+
+void Theme::setHighContrast(bool isHighContrast)
+{
+    highContrast = isHighContrast;
+}
+
+std::chrono::milliseconds Durations::motion()
+{
+    return std::chrono::milliseconds(motionReduced ? 0 : 160);
+}
+
+void Durations::setMotionReduced(bool isReduced)
+{
+    motionReduced = isReduced;
 }
 
 namespace Fonts {

@@ -9,9 +9,9 @@
 
 namespace wrenfold {
 
-/// The colours of every window of ours. There are two themes; which one holds follows the desktop, so
-/// painting code asks for current() each time and keeps no colour. Each text colour reaches 4.5 : 1 on the
-/// surfaces it stands on.
+/// The colours of every window of ours. Which theme holds follows the desktop, so painting code asks for
+/// current() each time and keeps no colour. Each text colour reaches 4.5 : 1 on the surfaces it stands on; with
+/// high contrast 7 : 1, and lines 3 : 1.
 struct Theme
 {
     /// Names a colour that is looked up only when painting: `theme.*color`.
@@ -22,6 +22,7 @@ struct Theme
     QColor board;      ///< The pane of the four quadrants.
     QColor card;       ///< The NOW card, the quadrants' cells, the assistant's messages.
     QColor line;       ///< Hairlines.
+    QColor fieldLine;  ///< The outline of fields and plain buttons; invalid, so none, without high contrast.
     QColor ringTrack;  ///< The unfilled part of the timer's ring: a hairline, opaque.
     QColor ringHover;  ///< The ring's button under the pointer, opaque.
     QColor hover;      ///< A row under the pointer; also fields, chips and plain buttons.
@@ -45,6 +46,8 @@ struct Theme
     QColor urgent;
     QColor neither;
 
+    qreal focusRingWidth = 2.0; ///< In device-independent pixels.
+
     /// The quadrants' colours in the board's reading order.
     static constexpr std::array<Color, 4> quadrants();
 
@@ -55,8 +58,15 @@ struct Theme
 
     static const Theme &light();
     static const Theme &dark();
-    /// Dark when the application's window colour is. Widgets are repainted by Qt when that colour changes.
-    static const Theme &current();
+    static const Theme &lightHighContrast();
+    static const Theme &darkHighContrast();
+    /// The theme of the application's palette: Qt repaints all widgets when that changes, as it does whenever
+    /// ApplicationLook changes the theme.
+    static const Theme &current() { return inScheme(isPaletteDark()); }
+    static const Theme &inScheme(bool isDark);
+    static bool isPaletteDark();
+    /// For ApplicationLook.
+    static void setHighContrast(bool isHighContrast);
 };
 
 constexpr std::array<Theme::Color, 4> Theme::quadrants()
@@ -78,8 +88,7 @@ inline constexpr int stripHeight = 30, stripSpacing = 3, stripMargin = 2;
 
 inline constexpr int iconButtonSize = 26, iconButtonRadius = 7, symbolSize = 16;
 inline constexpr int checkHitSize = 24, checkSize = 16, chipCheckSize = 13;
-inline constexpr qreal checkLineWidth = 1.5, focusRingWidth = 2.0, disabledOpacity = 0.55,
-                       draggedOpacity = 0.35;
+inline constexpr qreal checkLineWidth = 1.5, disabledOpacity = 0.55, draggedOpacity = 0.35;
 inline constexpr int badgeHeight = 20, badgePadding = 6, badgeSpacing = 3;
 inline constexpr int tagHeight = 17, tagRadius = 8, tagPadding = 6;
 inline constexpr int textButtonHeight = 24, textButtonPadding = 4, textButtonRadius = 6;
@@ -99,8 +108,12 @@ inline constexpr int bubbleRadius = 13, bubbleTailRadius = 4, bubblePadding = 11
 } // namespace Metrics
 
 namespace Durations {
-inline constexpr std::chrono::milliseconds motion{160};      ///< Folding, the board, a dropped row.
 inline constexpr std::chrono::milliseconds caretRest{10000}; ///< A field left alone this long stops blinking.
+/// How long a motion takes that begins now: folding, the board, a row that makes way. Zero, so none, when the user
+/// asks for less motion.
+[[nodiscard]] std::chrono::milliseconds motion();
+/// For ApplicationLook.
+void setMotionReduced(bool isReduced);
 } // namespace Durations
 
 /// The application's font in the sizes of our windows. Only what differs is set, so that a widget given one

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/clock.h"
+#include "platform/desktop_appearance.h"
 #include "platform/folder_watch.h"
 #include "platform/frontmost_application.h"
 #include "platform/installed_applications.h"
@@ -22,6 +23,7 @@ struct Platform
     std::unique_ptr<Clock> clock;
     std::unique_ptr<Preferences> preferences;
     std::unique_ptr<SingleInstance> singleInstance;
+    std::unique_ptr<DesktopAppearance> desktopAppearance;
     std::unique_ptr<PanelWindow> panelWindow;
     std::unique_ptr<Sounds> sounds;
     std::unique_ptr<NotificationCenter> notificationCenter;

@@ -28,11 +28,15 @@ AppDelegate::AppDelegate(Platform &platform)
                         {.showAppMenu = [this](const QPoint &position) { m_appMenu.popup(position); },
                          .openLink = [](const QUrl &link) { QDesktopServices::openUrl(link); }})
 {
+    m_platform.desktopAppearance->follow([this](const Appearance &appearance) {
+        m_look.follow({appearance.isDark, appearance.isHighContrast, appearance.isMotionReduced});
+    });
     m_appMenu.addTo(m_panelController.panel());
 }
 
 AppDelegate::~AppDelegate()
 {
+    m_platform.desktopAppearance->follow({});
     m_platform.notificationCenter->onClick({});
     // A field that is still open commits when the focus leaves it.
     if (QWidget *focused = m_panelController.panel().focusWidget())

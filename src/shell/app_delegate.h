@@ -3,6 +3,7 @@
 
 #include "ai/openrouter_task_sorter.h"
 #include "guard/focus_guard_controller.h"
+#include "look/application_look.h"
 #include "model/focus_store.h"
 #include "notify/app_notifier.h"
 #include "platform/platform.h"
@@ -26,6 +27,7 @@ private:
     void showPanel();
 
     Platform &m_platform;
+    ApplicationLook m_look;
     AppNotifier m_notifier;
     OpenRouterTaskSorter m_sorter;
     FocusStore m_store;

@@ -80,7 +80,8 @@ void SubtaskComposerRow::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     const QRectF field = QRectF(rect()).adjusted(Metrics::subtaskIndent - Metrics::rowSpacing, 1, 0, -1);
-    Painting::roundedCard(painter, field, Metrics::rowRadius, {Theme::current().hover, {}, {}});
+    Painting::roundedCard(painter, field, Metrics::rowRadius,
+                          {Theme::current().hover, Theme::current().fieldLine, {}});
     Painting::symbol(painter, QRectF(Metrics::subtaskIndent, 0, Metrics::checkSize, height()),
                      QStringLiteral("plus"), Theme::current().tertiaryInk, Metrics::chipCheckSize);
 }

@@ -61,7 +61,7 @@ void TodoComposer::paintEvent(QPaintEvent *)
 {
     const Theme &theme = Theme::current();
     QPainter painter(this);
-    Painting::roundedCard(painter, rect(), Metrics::fieldRadius, {theme.hover, {}, {}});
+    Painting::roundedCard(painter, rect(), Metrics::fieldRadius, {theme.hover, theme.fieldLine, {}});
     Painting::symbol(painter, QRectF(Metrics::fieldPadding, 0, Metrics::symbolSize, height()),
                      QStringLiteral("pin.circle.fill"), theme.accent);
 }

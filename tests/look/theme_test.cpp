@@ -1,43 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "look/theme.h"
+#include "support/contrast.h"
 #include "support/test_case.h"
 
 #include <QApplication>
 #include <QPalette>
 #include <QWidget>
 
-#include <cmath>
-
 namespace wrenfold {
 
 namespace {
-
-/// What the eye sees where `upper`, perhaps translucent, lies on the opaque `lower`; in whole channel steps.
-QColor over(const QColor &upper, const QColor &lower)
-{
-    const double share = upper.alphaF();
-    const auto channel = [share](int a, int b) {
-        return static_cast<int>(std::lround(a * share + b * (1 - share)));
-    };
-    return {channel(upper.red(), lower.red()), channel(upper.green(), lower.green()),
-            channel(upper.blue(), lower.blue())};
-}
-
-/// Relative luminance and contrast as the Web Content Accessibility Guidelines define them.
-double luminance(const QColor &color)
-{
-    const auto linear = [](int channel) {
-        const double value = channel / 255.0;
-        return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color.red()) + 0.7152 * linear(color.green()) + 0.0722 * linear(color.blue());
-}
-
-double contrast(const QColor &a, const QColor &b)
-{
-    const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
-    return (lighter + 0.05) / (darker + 0.05);
-}
 
 struct Surface
 {
@@ -45,14 +17,29 @@ struct Surface
     QColor color;
 };
 
-void addRows(const char *themeName, const char *textName, const QColor &text, const QList<Surface> &surfaces)
+struct NamedTheme
 {
-    for (const Surface &surface : surfaces)
-        QTest::addRow("%s: %s on %s", themeName, textName, surface.name) << text << surface.color;
+    const char *name;
+    const Theme &theme;
+    double leastTextContrast;
+};
+
+QList<NamedTheme> themes()
+{
+    return {{"light", Theme::light(), 4.5},
+            {"dark", Theme::dark(), 4.5},
+            {"light, high contrast", Theme::lightHighContrast(), 7.0},
+            {"dark, high contrast", Theme::darkHighContrast(), 7.0}};
 }
 
-void addTheme(const char *name, const Theme &theme)
+void addTheme(const NamedTheme &named)
 {
+    const Theme &theme = named.theme;
+    const auto addRows = [&](const char *textName, const QColor &text, const QList<Surface> &surfaces) {
+        for (const Surface &surface : surfaces)
+            QTest::addRow("%s: %s on %s", named.name, textName, surface.name)
+                << text << surface.color << named.leastTextContrast;
+    };
     const Surface background{"background", theme.background};
     const Surface hover{"hover", over(theme.hover, theme.background)};
     const Surface card{"card", theme.card};
@@ -62,27 +49,26 @@ void addTheme(const char *name, const Theme &theme)
     const Surface buttonInProposal{"button in proposal", over(theme.hover, soft.color)};
     const QList<Surface> common{background, hover, card, board, soft};
 
-    addRows(name, "ink", theme.ink, common + QList<Surface>{chip, buttonInProposal});
-    addRows(name, "secondary ink", theme.secondaryInk, common + QList<Surface>{chip});
-    addRows(name, "tertiary ink", theme.tertiaryInk, common);
-    addRows(name, "accent", theme.accent, common);
-    addRows(name, "on accent", theme.onAccent, {{"accent", theme.accent}, {"green", theme.green}});
-    addRows(name, "green", theme.green,
+    addRows("ink", theme.ink, common + QList<Surface>{chip, buttonInProposal});
+    addRows("secondary ink", theme.secondaryInk, common + QList<Surface>{chip});
+    addRows("tertiary ink", theme.tertiaryInk, common);
+    addRows("accent", theme.accent, common);
+    addRows("on accent", theme.onAccent, {{"accent", theme.accent}, {"green", theme.green}});
+    addRows("green", theme.green,
             {background,
              hover,
              card,
              {"badge", over(theme.greenSoft, theme.background)},
              {"tag", theme.tagSurface(theme.green)}});
-    addRows(name, "orange", theme.orange, {background});
-    addRows(name, "pink", theme.pink, {background, {"tag", theme.tagSurface(theme.pink)}});
+    addRows("orange", theme.orange, {background});
+    addRows("pink", theme.pink, {background, {"tag", theme.tagSurface(theme.pink)}});
     for (const Theme::Color member : Theme::quadrants()) {
         const QColor quadrant = theme.*member;
         const Surface drop{"drop target", theme.dropSurface(quadrant)};
-        addRows(name, "quadrant", quadrant,
-                {background, hover, card, drop, {"tag", theme.tagSurface(quadrant)}});
-        addRows(name, "ink", theme.ink, {drop, {"chip on drop target", over(theme.hover, drop.color)}});
-        addRows(name, "secondary ink", theme.secondaryInk, {drop});
-        addRows(name, "tertiary ink", theme.tertiaryInk, {drop});
+        addRows("quadrant", quadrant, {background, hover, card, drop, {"tag", theme.tagSurface(quadrant)}});
+        addRows("ink", theme.ink, {drop, {"chip on drop target", over(theme.hover, drop.color)}});
+        addRows("secondary ink", theme.secondaryInk, {drop});
+        addRows("tertiary ink", theme.tertiaryInk, {drop});
     }
 }
 
@@ -103,19 +89,39 @@ private Q_SLOTS:
     {
         QTest::addColumn<QColor>("text");
         QTest::addColumn<QColor>("surface");
-        addTheme("light", Theme::light());
-        addTheme("dark", Theme::dark());
+        QTest::addColumn<double>("least");
+        for (const NamedTheme &theme : themes())
+            addTheme(theme);
     }
 
     void everyTextIsReadableWhereItStands()
     {
         QFETCH(const QColor, text);
         QFETCH(const QColor, surface);
+        QFETCH(const double, least);
+        QCOMPARE(text.alpha(), 255);
         const double ratio = contrast(text, surface);
         QVERIFY2(
-            ratio >= 4.5,
+            ratio >= least,
             qPrintable(
                 QStringLiteral("%1 : 1 of %2 on %3").arg(ratio, 0, 'f', 2).arg(text.name(), surface.name())));
+    }
+
+    void withHighContrastLinesAreSeenToo()
+    {
+        for (const Theme *theme : {&Theme::lightHighContrast(), &Theme::darkHighContrast()}) {
+            for (const QColor &surface : {theme->background, theme->card, theme->board}) {
+                QVERIFY(contrast(over(theme->line, surface), surface) >= 3);
+                QVERIFY(contrast(over(theme->fieldLine, surface), surface) >= 3);
+                QVERIFY(contrast(over(theme->accentLine, surface), surface) >= 3);
+                QVERIFY(contrast(theme->accent, surface) >= 3); // The ring of the focus.
+            }
+            QVERIFY(contrast(over(theme->fieldLine, theme->background),
+                             over(theme->hover, theme->background)) >= 3);
+            QVERIFY(theme->focusRingWidth > Theme::light().focusRingWidth);
+        }
+        QVERIFY(!Theme::light().fieldLine.isValid());
+        QVERIFY(!Theme::dark().fieldLine.isValid());
     }
 
     void theCurrentThemeFollowsTheDesktopsPalette()

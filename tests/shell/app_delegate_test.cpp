@@ -12,6 +12,7 @@
 #include "views/view_probes.h"
 
 #include <QRegularExpression>
+#include <QScreen>
 #include <QWindow>
 
 namespace wrenfold {
@@ -105,6 +106,31 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowActive(program.panel()));
         QVERIFY(!program.composer()->hasFocus());
         QCOMPARE(program.fakes.panelWindow->joined().size(), 1);
+    }
+
+    void thePanelIsPaintedAnewWhenTheDesktopsAppearanceChanges()
+    {
+        Program program;
+        program.start();
+        QVERIFY(QTest::qWaitForWindowExposed(program.panel()));
+        // What is on the screen, a little inside the left edge.
+        const auto background = [&] {
+            return program.panel()
+                ->screen()
+                ->grabWindow(program.panel()->winId())
+                .toImage()
+                .pixelColor(Metrics::panelPadding / 2, program.panel()->height() / 2);
+        };
+        QTRY_COMPARE(background(), Theme::light().background);
+        program.fakes.desktopAppearance->set({true, false, false});
+        QTRY_COMPARE(background(), Theme::dark().background);
+        program.fakes.desktopAppearance->set({true, true, false});
+        QTRY_COMPARE(background(), Theme::darkHighContrast().background);
+        QCOMPARE(Durations::motion(), std::chrono::milliseconds(160));
+        program.fakes.desktopAppearance->set({{}, false, true});
+        QTRY_COMPARE(background(), Theme::light().background);
+        QCOMPARE(Durations::motion(), std::chrono::milliseconds(0));
+        program.fakes.desktopAppearance->set({});
     }
 
     void theStartAsksForPermissionToNotifyOnce()

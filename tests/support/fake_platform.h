@@ -3,6 +3,7 @@
 
 #include "platform/platform.h"
 #include "support/fake_clock.h"
+#include "support/fake_desktop_appearance.h"
 #include "support/fake_folder_watch.h"
 #include "support/fake_frontmost_application.h"
 #include "support/fake_notification_center.h"
@@ -23,6 +24,7 @@ struct FakePlatform
         platform.clock.reset(clock);
         platform.preferences.reset(preferences);
         platform.singleInstance.reset(singleInstance);
+        platform.desktopAppearance.reset(desktopAppearance);
         platform.panelWindow.reset(panelWindow);
         platform.sounds.reset(sounds);
         platform.notificationCenter.reset(notificationCenter);
@@ -34,6 +36,7 @@ struct FakePlatform
     FakeClock *clock = new FakeClock;
     FakePreferences *preferences = new FakePreferences;
     FakeSingleInstance *singleInstance = new FakeSingleInstance;
+    FakeDesktopAppearance *desktopAppearance = new FakeDesktopAppearance;
     FakePanelWindow *panelWindow = new FakePanelWindow;
     FakeSounds *sounds = new FakeSounds;
     FakeNotificationCenter *notificationCenter = new FakeNotificationCenter;

@@ -5,6 +5,7 @@
 #include "platform/linux/inotify_folder_watch.h"
 #include "platform/linux/kwin_frontmost_application.h"
 #include "platform/linux/linux_single_instance.h"
+#include "platform/linux/portal_appearance.h"
 #include "platform/linux/session_bus.h"
 #include "platform/linux/session_bus_probe.h"
 #include "platform/linux/wlroots_frontmost_application.h"
@@ -75,6 +76,7 @@ Platform makePlatform()
     platform.clock = std::make_unique<SystemClock>();
     platform.preferences = std::make_unique<FilePreferences>(folder, *platform.clock);
     platform.singleInstance = std::make_unique<LinuxSingleInstance>(folder);
+    platform.desktopAppearance = std::make_unique<PortalAppearance>();
     platform.panelWindow = makePanelWindow();
     platform.sounds = std::make_unique<CanberraSounds>();
     platform.notificationCenter = std::make_unique<DBusNotificationCenter>(*platform.sounds);

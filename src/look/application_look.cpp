@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#include "look/application_look.h"
+
+#include "look/theme.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QPalette>
+
+namespace wrenfold {
+
+namespace {
+
+QPalette paletteOf(const Theme &theme)
+{
+    QPalette palette(theme.background); // The shades of bevels and edges come from this one.
+    palette.setColor(QPalette::Window, theme.background);
+    palette.setColor(QPalette::Base, theme.card);
+    palette.setColor(QPalette::AlternateBase, theme.board);
+    palette.setColor(QPalette::ToolTipBase, theme.card);
+    palette.setColor(QPalette::PlaceholderText, theme.tertiaryInk);
+    palette.setColor(QPalette::Highlight, theme.accent);
+    palette.setColor(QPalette::HighlightedText, theme.onAccent);
+    palette.setColor(QPalette::Link, theme.accent);
+    palette.setColor(QPalette::LinkVisited, theme.accent);
+    QColor disabledInk = theme.tertiaryInk;
+    disabledInk.setAlphaF(Metrics::disabledOpacity);
+    for (const QPalette::ColorRole text :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
+        palette.setColor(text, theme.ink);
+        palette.setColor(QPalette::Disabled, text, disabledInk);
+    }
+    return palette;
+}
+
+} // namespace
+
+ApplicationLook::ApplicationLook()
+{
+    qApp->installEventFilter(this);
+}
+
+void ApplicationLook::follow(const Wishes &wishes)
+{
+    m_wishes = wishes;
+    Durations::setMotionReduced(wishes.isMotionReduced);
+    Theme::setHighContrast(wishes.isHighContrast);
+    choosePalette();
+}
+
+bool ApplicationLook::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::ThemeChange && watched->isWindowType())
+        choosePalette();
+    return QObject::eventFilter(watched, event);
+}
+
+void ApplicationLook::choosePalette()
+{
+    QApplication::setPalette(QPalette()); // The desktop's own.
+    const bool isDesktopDark = Theme::isPaletteDark();
+    const bool isDark = m_wishes.isDark.value_or(isDesktopDark);
+    if (m_wishes.isHighContrast || isDark != isDesktopDark)
+        QApplication::setPalette(paletteOf(Theme::inScheme(isDark)));
+}
+
+} // namespace wrenfold
