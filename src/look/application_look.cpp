@@ -13,8 +13,8 @@ namespace {
 
 QPalette paletteOf(const Theme &theme)
 {
-    QPalette palette(theme.background); // The shades of bevels and edges come from this one.
-    palette.setColor(QPalette::Window, theme.background);
+    // A shade off the panel's surface, so that a menu stands out from it. The shades of edges come from this one.
+    QPalette palette(theme.tagSurface(theme.ink));
     palette.setColor(QPalette::Base, theme.card);
     palette.setColor(QPalette::AlternateBase, theme.board);
     palette.setColor(QPalette::ToolTipBase, theme.card);
@@ -24,7 +24,7 @@ QPalette paletteOf(const Theme &theme)
     palette.setColor(QPalette::Link, theme.accent);
     palette.setColor(QPalette::LinkVisited, theme.accent);
     QColor disabledInk = theme.tertiaryInk;
-    disabledInk.setAlphaF(Metrics::disabledOpacity);
+    disabledInk.setAlphaF(static_cast<float>(Metrics::disabledOpacity));
     for (const QPalette::ColorRole text :
          {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
         palette.setColor(text, theme.ink);

@@ -30,18 +30,38 @@ private:
     QPainter &m_painter;
 };
 
+/// The rectangle with its edges on whole device pixels, so that they are sharp where a screen's scale is no whole number.
+QRectF onPixels(const QPainter &painter, const QRectF &rect)
+{
+    const QTransform toDevice = painter.deviceTransform();
+    const QRectF pixels = toDevice.mapRect(rect);
+    const QPointF topLeft(std::round(pixels.left()), std::round(pixels.top()));
+    const QPointF bottomRight(std::round(pixels.right()), std::round(pixels.bottom()));
+    return toDevice.inverted().mapRect(QRectF(topLeft, bottomRight));
+}
+
+/// The width of a hairline: about one device-independent pixel, in whole device pixels.
+qreal hairline(const QPainter &painter)
+{
+    const qreal scale = painter.device()->devicePixelRatioF();
+    return std::floor(scale) / scale;
+}
+
 } // namespace
 
-void Painting::roundedCard(QPainter &painter, const QRectF &rect, qreal radius, const CardColors &colors)
+void Painting::roundedCard(QPainter &painter, const QRectF &wholeRect, qreal radius, const CardColors &colors)
 {
     const SavedPainter saved(painter);
+    const QRectF rect = onPixels(painter, wholeRect);
     QPainterPath outline;
     outline.addRoundedRect(rect, radius, radius);
     painter.fillPath(outline, colors.fill);
     if (colors.line.isValid()) {
-        painter.setPen(QPen(colors.line, 1));
+        const qreal width = hairline(painter);
+        const qreal inset = width / 2;
+        painter.setPen(QPen(colors.line, width));
         painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(rect.adjusted(0.5, 0.5, -0.5, -0.5), radius - 0.5, radius - 0.5);
+        painter.drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), radius - inset, radius - inset);
     }
     if (colors.accentEdge.isValid()) {
         QPainterPath inside;

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "look/painting.h"
+#include "look/symbols.h"
 #include "support/test_case.h"
 
 #include <QPainter>
+#include <QSet>
 
 #include <cmath>
 #include <functional>
@@ -18,6 +20,35 @@ QImage painted(const std::function<void(QPainter &)> &paint)
     QPainter painter(&image);
     paint(painter);
     return image;
+}
+
+/// The same on a screen of this scale.
+QImage paintedAt(qreal scale, const std::function<void(QPainter &)> &paint)
+{
+    QImage image((QSizeF(100, 50) * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    image.setDevicePixelRatio(scale);
+    QPainter painter(&image);
+    paint(painter);
+    return image;
+}
+
+/// How many colours there are that the eye tells apart.
+qsizetype colorsOf(const QImage &image)
+{
+    QSet<QRgb> colors;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            colors.insert(image.pixel(x, y) & 0xfff0f0f0);
+    }
+    return colors.size();
+}
+
+/// The pixels of a part, without what else an image knows.
+QImage pixelsOf(QImage image, const QRect &part)
+{
+    image.setDevicePixelRatio(1);
+    return image.copy(part);
 }
 
 /// The columns or rows, first to last, that hold anything but white between columns `from` and `to`.
@@ -66,6 +97,50 @@ private Q_SLOTS:
         QCOMPARE(image.pixelColor(Metrics::cardAccentWidth, 20), QColor(Qt::red));
         QCOMPARE(image.pixelColor(50, 0), QColor(Qt::green));
         QCOMPARE(image.pixelColor(99, 20), QColor(Qt::green));
+    }
+
+    void everyScaleIsSharp_data()
+    {
+        QTest::addColumn<qreal>("scale");
+        for (const qreal scale : {1.0, 1.25, 1.5, 1.75, 2.0})
+            QTest::addRow("%g", scale) << scale;
+    }
+
+    void everyScaleIsSharp()
+    {
+        QFETCH(const qreal, scale);
+        // Wherever a widget may lie in its window.
+        for (int offset = 0; offset < 8; ++offset) {
+            const QImage image = paintedAt(scale, [offset](QPainter &painter) {
+                painter.translate(offset, offset);
+                Painting::roundedCard(painter, QRectF(1, 1, 60, 30), 4, {Qt::red, Qt::green, {}});
+            });
+            const int middle = qRound((16 + offset) * scale);
+            QVERIFY2(colorsOf(image.copy(0, middle, image.width(), 1)) <= 3, "the edges at the sides");
+            QVERIFY2(colorsOf(image.copy(qRound((31 + offset) * scale), 0, 1, image.height())) <= 3,
+                     "the edges above and below");
+        }
+    }
+
+    void aSymbolIsNotResampled_data() { everyScaleIsSharp_data(); }
+
+    void aSymbolIsNotResampled()
+    {
+        QFETCH(const qreal, scale);
+        const QImage symbol = Symbols::pixmap(QStringLiteral("trash"), Qt::black, 16, scale).toImage();
+        for (int offset = 0; offset < 8; ++offset) {
+            const QImage image = paintedAt(scale, [offset](QPainter &painter) {
+                painter.translate(offset, 3);
+                Painting::symbol(painter, QRectF(0, 0, 25, 25), QStringLiteral("trash"), Qt::black);
+            });
+            const QRect box = inkBox(image, 0, image.width());
+            QImage expected(symbol.size(), QImage::Format_ARGB32_Premultiplied);
+            expected.fill(Qt::white);
+            QPainter(&expected).drawImage(QRect(QPoint(), symbol.size()), symbol);
+            const QRect expectedBox = inkBox(expected, 0, expected.width());
+            QCOMPARE(box.size(), expectedBox.size());
+            QCOMPARE(pixelsOf(image, box), pixelsOf(expected, expectedBox));
+        }
     }
 
     void theFocusRingStaysInsideItsRectangle()
