@@ -147,10 +147,18 @@ class Session:
 
     def different_pixels(self, picture, other):
         """How many pixels two pictures of the same size differ in."""
-        result = subprocess.run(["compare", "-metric", "AE", str(picture), str(other), "null:"], stdin=subprocess.DEVNULL,
+        return int(float(self._compare("AE", picture, other).split()[0]))
+
+    def difference(self, picture, other):
+        """How much two pictures of the same size differ: 0 not at all, 1 as black from white."""
+        return float(self._compare("RMSE", picture, other).split("(")[1].rstrip(")"))
+
+    @staticmethod
+    def _compare(metric, picture, other):
+        result = subprocess.run(["compare", "-metric", metric, str(picture), str(other), "null:"], stdin=subprocess.DEVNULL,
                                 stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True, timeout=60, check=False)
         expect(result.returncode in (0, 1), f"{picture} and {other} cannot be compared: {result.stderr}")
-        return int(float(result.stderr.split()[0]))
+        return result.stderr
 
     # Keyboard and pointer
 
