@@ -14,11 +14,12 @@ namespace {
 QPalette paletteOf(const Theme &theme)
 {
     // A shade off the panel's surface, so that a menu stands out from it. The shades of edges come from this one.
-    QPalette palette(theme.tagSurface(theme.ink));
-    palette.setColor(QPalette::Base, theme.card);
+    const QColor surface = theme.tagSurface(theme.ink);
+    QPalette palette(surface);
+    palette.setColor(QPalette::Base, surface);
     palette.setColor(QPalette::AlternateBase, theme.board);
     palette.setColor(QPalette::ToolTipBase, theme.card);
-    palette.setColor(QPalette::PlaceholderText, theme.tertiaryInk);
+    palette.setColor(QPalette::PlaceholderText, theme.secondaryInk);
     palette.setColor(QPalette::Highlight, theme.accent);
     palette.setColor(QPalette::HighlightedText, theme.onAccent);
     palette.setColor(QPalette::Link, theme.accent);
