@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "look/check_circle.h"
 
+#include "look/accessibility.h"
 #include "look/painting.h"
 
 #include <QPainter>
@@ -11,6 +12,7 @@ CheckCircle::CheckCircle(const QString &help, QWidget *parent)
     : PaintedButton(parent)
     , m_circleSize(Metrics::checkSize)
 {
+    installAccessibility();
     setCheckable(true);
     setHelp(help);
 }

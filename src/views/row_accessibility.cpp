@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/row_accessibility.h"
 
+#include "views/focus_panel_view.h"
 #include "views/panel_row_widget.h"
 #include "views/row_list_view.h"
 
@@ -39,8 +40,11 @@ QAccessibleInterface *makeInterface(const QString &, QObject *object)
 {
     if (auto *row = qobject_cast<PanelRowWidget *>(object))
         return new AccessibleRow(row);
+    // These names count where the widget has none of its own, as the lists of the board have.
     if (auto *list = qobject_cast<RowListView *>(object))
-        return new QAccessibleWidget(list, QAccessible::List);
+        return new QAccessibleWidget(list, QAccessible::List, QStringLiteral("TODO"));
+    if (auto *panel = qobject_cast<FocusPanelView *>(object))
+        return new QAccessibleWidget(panel, QAccessible::Pane, QStringLiteral("Wren Fold"));
     return nullptr;
 }
 

@@ -181,8 +181,16 @@ class Session:
     def save_document(self, document):
         """Puts a document into place as an earlier run of the program would have left it."""
         path = self._document_path()
-        path.parent.mkdir(mode=0o700)
+        path.parent.mkdir(mode=0o700, exist_ok=True)
         path.write_text(json.dumps(document))
+
+    def save_candidates(self, candidates):
+        """Leaves these candidates, and no others, in the inbox of a program that does not run."""
+        inbox = pathlib.Path(self.environment["XDG_DATA_HOME"], "Wrenfold", "inbox")
+        shutil.rmtree(inbox, ignore_errors=True)
+        inbox.mkdir(mode=0o700, parents=True)
+        for number, candidate in enumerate(candidates):
+            (inbox / f"{number}.json").write_text(json.dumps(candidate))
 
     def document(self):
         """The saved document; None while there is none."""

@@ -101,6 +101,23 @@ private Q_SLOTS:
         QVERIFY(QAccessible::queryAccessibleInterface(&circle)->state().checked);
     }
 
+    void assistiveTechnologyTogglesACheckCircleByAClick()
+    {
+        CheckCircle circle(awkward);
+        const QSignalSpy clicks(&circle, &CheckCircle::clicked);
+        QAccessibleActionInterface *actions =
+            QAccessible::queryAccessibleInterface(&circle)->actionInterface();
+        const QString toggle = QAccessibleActionInterface::toggleAction();
+        QVERIFY(actions->actionNames().contains(toggle));
+        actions->doAction(toggle);
+        QCOMPARE(clicks.count(), 1);
+        QVERIFY(circle.isChecked());
+        circle.setEnabled(false);
+        QVERIFY(!actions->actionNames().contains(toggle));
+        actions->doAction(toggle);
+        QCOMPARE(clicks.count(), 1);
+    }
+
     void aTextButtonShowsAndReadsItsLabelExactly()
     {
         TextButton button(awkward);
