@@ -7,10 +7,13 @@
 #include "support/quiet_services.h"
 #include "support/sample_state.h"
 #include "views/focus_panel_view.h"
+#include "views/row_list_view.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QLoggingCategory>
+#include <QScrollBar>
+#include <QWheelEvent>
 
 #include <benchmark/benchmark.h>
 #include <map>
@@ -41,6 +44,10 @@ public:
 
     [[nodiscard]] bool isReady() const { return m_store && m_window.isVisible(); }
     [[nodiscard]] FocusStore &store() { return *m_store; }
+    [[nodiscard]] RowListView &list()
+    {
+        return *m_view->findChild<RowListView *>(QString(), Qt::FindDirectChildrenOnly);
+    }
 
     /// Milliseconds until the operation is done and saved and the panel shows it, painting included.
     template<typename Operation>
@@ -116,11 +123,12 @@ void operations(benchmark::State &state)
     if (panel.store().tasks.value() != before || panel.store().hasUnsavedChanges())
         state.SkipWithError("the list is not as it was, or not saved");
     for (auto &[name, values] : samples) {
-        state.counters[name] = percentile99(values);
+        state.counters[name] = percentile(99, values);
         if (name != "any")
             samples["any"].insert(samples["any"].end(), values.begin(), values.end());
     }
-    state.counters["any"] = percentile99(samples["any"]);
+    state.counters["any"] = percentile(99, samples["any"]);
+    state.counters["anyMedian"] = percentile(50, samples["any"]);
 }
 BENCHMARK(operations)->Arg(10)->Arg(1'000)->Arg(10'000)->Iterations(100);
 BENCHMARK(operations)->Arg(100'000)->Iterations(25);
@@ -149,9 +157,50 @@ void drag(benchmark::State &state)
             samples.push_back(panel.measure([&] { store.moveTask(open[0].id, *over, false); }));
         store.endTaskReorder();
     }
-    state.counters["move"] = percentile99(samples);
+    state.counters["move"] = percentile(99, samples);
 }
 BENCHMARK(drag)->Arg(1'000)->Iterations(20);
+
+/// One notch of the wheel over the list.
+void turnWheel(RowListView &list, int direction)
+{
+    QWidget &viewport = *list.viewport();
+    const QPointF place = viewport.rect().center();
+    QWheelEvent event(place, viewport.mapToGlobal(place), {}, {0, -120 * direction}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&viewport, &event);
+}
+
+void turnPage(RowListView &list, int direction)
+{
+    list.verticalScrollBar()->triggerAction(direction > 0 ? QAbstractSlider::SliderPageStepAdd
+                                                          : QAbstractSlider::SliderPageStepSub);
+}
+
+/// The list is scrolled down and back up. The step must move it.
+void scroll(benchmark::State &state, void (*step)(RowListView &, int))
+{
+    PanelOnDisk panel(int(state.range(0)));
+    if (!panel.isReady()) {
+        state.SkipWithError("there is no panel");
+        return;
+    }
+    std::vector<double> samples;
+    for (auto _ : state) {
+        for (const int direction : {1, -1}) {
+            for (int i = 0; i < 100; ++i) {
+                const int before = panel.list().verticalScrollBar()->value();
+                samples.push_back(panel.measure([&] { step(panel.list(), direction); }));
+                if (panel.list().verticalScrollBar()->value() == before)
+                    state.SkipWithError("the list stands still");
+            }
+        }
+    }
+    state.counters["frame"] = percentile(99, samples);
+    state.counters["frameMedian"] = percentile(50, samples);
+}
+BENCHMARK_CAPTURE(scroll, wheel, turnWheel)->Arg(10'000)->Iterations(3);
+BENCHMARK_CAPTURE(scroll, page, turnPage)->Arg(10'000)->Iterations(3);
 
 std::vector<Budget> budgets()
 {
@@ -162,10 +211,17 @@ std::vector<Budget> budgets()
                           "operations/" + std::string(size), "", "any",
                           isBound ? std::optional(16.0) : std::nullopt});
     }
+    result.push_back({"  10,000 tasks, median", "ms", "operations/10000", "", "anyMedian", {}});
     for (const char *name : {"add", "done", "defer", "move", "undo"})
         result.push_back({"  " + std::string(name) + ", 10,000 tasks, 99th percentile", "ms",
                           "operations/10000", "", name, 16});
     result.push_back({"drag, 1,000 tasks, each move, 99th percentile", "ms", "drag/1000", "", "move", 16});
+    for (const auto &[what, benchmark] :
+         {std::pair("wheel", "scroll/wheel/10000"), {"page", "scroll/page/10000"}}) {
+        result.push_back({"scrolling 10,000 tasks by the " + std::string(what) + ", a frame, 99th percentile",
+                          "ms", benchmark, "", "frame", 16});
+        result.push_back({"  median", "ms", benchmark, "", "frameMedian", {}});
+    }
     return result;
 }
 

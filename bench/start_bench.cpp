@@ -2,6 +2,7 @@
 #include "support/bench_desktop.h"
 #include "support/budget.h"
 #include "support/running_program.h"
+#include "support/sample_state.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -62,7 +63,17 @@ void start(benchmark::State &state, const char *name, const QStringList &argumen
         state.counters["resident"] = program.residentMegabytes();
     }
 }
-BENCHMARK_CAPTURE(start, panel, "wrenfold", QStringList())->UseManualTime()->Iterations(1);
+
+/// With so many tasks saved.
+void panel(benchmark::State &state)
+{
+    if (!desktop->save(sampleState(int(state.range(0))))) {
+        state.SkipWithError("cannot save tasks");
+        return;
+    }
+    start(state, "wrenfold", {});
+}
+BENCHMARK(panel)->Arg(20)->Arg(50)->Arg(10'000)->UseManualTime()->Iterations(1);
 BENCHMARK_CAPTURE(start, bareWindow, "bare_window", QStringList())->UseManualTime()->Iterations(1);
 BENCHMARK_CAPTURE(start, lineOfText, "bare_window", QStringList(QStringLiteral("--line")))
     ->UseManualTime()
@@ -87,27 +98,38 @@ int main(int argc, char **argv)
         {
             {"start to the first picture, 50 tasks / bare window, empty",
              "x",
-             "start/panel",
+             "panel/50",
              "start/bareWindow",
              "",
              {}},
-            {"  / bare window with one line of text", "x", "start/panel", "start/lineOfText", "", 2},
-            {"  / bare window with 40 Japanese labels", "x", "start/panel", "start/bareRows", "", {}},
+            {"  / bare window with one line of text", "x", "panel/50", "start/lineOfText", "", 2},
+            {"  / bare window with 40 Japanese labels", "x", "panel/50", "start/bareRows", "", {}},
             {"  processor time / bare window with one line of text",
              "x",
-             "start/panel",
+             "panel/50",
              "start/lineOfText",
              "processor",
              {}},
             {"resident memory with the panel shown / bare window, empty",
              "x",
-             "start/panel",
+             "panel/50",
              "start/bareWindow",
              "resident",
              {}},
-            {"  / bare window with one line of text", "x", "start/panel", "start/lineOfText", "resident",
-             1.6},
-            {"  / bare window with 40 Japanese labels", "x", "start/panel", "start/bareRows", "resident", {}},
+            {"  / bare window with one line of text", "x", "panel/50", "start/lineOfText", "resident", 1.6},
+            {"  / bare window with 40 Japanese labels", "x", "panel/50", "start/bareRows", "resident", {}},
+            {"  20 tasks / bare window with one line of text",
+             "x",
+             "panel/20",
+             "start/lineOfText",
+             "resident",
+             {}},
+            {"  10,000 tasks / bare window with one line of text",
+             "x",
+             "panel/10000",
+             "start/lineOfText",
+             "resident",
+             {}},
         },
         15);
 }

@@ -125,10 +125,10 @@ int measureBudgets(int argc, char **argv, const std::vector<Budget> &budgets, in
     return collector.hasFailed() || printed == 0 ? 1 : 0;
 }
 
-double percentile99(std::vector<double> values)
+double percentile(int percent, std::vector<double> values)
 {
     std::sort(values.begin(), values.end());
-    const auto rank = std::size_t(std::ceil(0.99 * double(values.size())));
+    const auto rank = std::size_t(std::ceil(double(percent) * double(values.size()) / 100));
     return values.at(rank - 1);
 }
 

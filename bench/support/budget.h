@@ -25,7 +25,7 @@ struct Budget
 [[nodiscard]] int measureBudgets(int argc, char **argv, const std::vector<Budget> &budgets,
                                  int repetitions = 9);
 
-/// The value that 99 in 100 do not exceed.
-[[nodiscard]] double percentile99(std::vector<double> values);
+/// The value that so many in 100 do not exceed.
+[[nodiscard]] double percentile(int percent, std::vector<double> values);
 
 } // namespace wrenfold
