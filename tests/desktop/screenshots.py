@@ -26,9 +26,10 @@ UNDO_BUTTON = (153, 77)
 GRIP = (172, 7)
 LINK_BUTTON = (269, 253)
 
-# Points in the list of a working day: the delete button of its first task, and the lead of the task with the question.
+# Points in the list of a working day: the delete button of its first task, and the upper edge of the row with the
+# question, where no tool tip comes.
 MEMO_TRASH = (293, 309)
-QUESTION_ROW = (16, 397)
+QUESTION_ROW = (16, 382)
 LIST = (172, 360)
 
 # Colours by which the toolkit knows a dark desktop.
