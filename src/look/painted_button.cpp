@@ -14,6 +14,7 @@ PaintedButton::PaintedButton(QWidget *parent)
     : QAbstractButton(parent)
 {
     setFocusPolicy(Qt::TabFocus);
+    resize(0, 0); // Shown before it is placed, it must not be under a pointer at its parent's corner.
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setAttribute(Qt::WA_Hover);
 }

@@ -2,9 +2,13 @@
 #include "views/editable_label.h"
 
 #include "look/text_field.h"
+#include "look/theme.h"
 
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QPainter>
+
+#include <algorithm>
 
 namespace wrenfold {
 
@@ -99,6 +103,16 @@ void EditableLabel::keyPressEvent(QKeyEvent *event)
 {
     // What the field has no use for is not for what lies around it either.
     event->setAccepted(isEditing());
+}
+
+void EditableLabel::paintEvent(QPaintEvent *)
+{
+    if (!isEditing())
+        return;
+    // A line under the text says that it is a field now; a ground would need room beside the text.
+    const int bottom = (height() + m_field->fontMetrics().height()) / 2;
+    QPainter painter(this);
+    painter.fillRect(QRect(0, std::min(bottom, height() - 1), width(), 1), Theme::current().accent);
 }
 
 QSize EditableLabel::sizeHint() const

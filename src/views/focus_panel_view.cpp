@@ -40,6 +40,7 @@ FocusPanelView::FocusPanelView(FocusStore &store, Clock &clock, const Actions &a
     m_composer = new TodoComposer(this);
     m_list = new RowListView(
         [this](PanelRow::Kind kind, QWidget *owner) { return m_rowFactory.make(kind, owner); }, this);
+    m_list->setScrollBarMargin(Metrics::listMargin);
     m_statusLine = new StatusLine([this] { m_store.undo(); }, this);
     m_nowCard = new NowCard({[this](const TaskItem &task) { m_store.toggleDone(task); },
                              [this](const TaskItem &task) { beginAddSubtask(task); },
@@ -294,18 +295,31 @@ void FocusPanelView::placeChildren()
     const int bottom = height() - Metrics::statusHeight;
     m_statusLine->setGeometry(left, bottom, contentWidth, Metrics::statusHeight);
     m_drag->setMainPaneFrame(QRect(paneLeft, 0, paneWidth, height()));
-    m_list->setGeometry(left - Metrics::listMargin, top, contentWidth + 2 * Metrics::listMargin,
-                        bottom - top);
+    m_list->setGeometry(left, top, contentWidth + Metrics::listMargin, bottom - top);
 }
 
 void FocusPanelView::paintEvent(QPaintEvent *)
 {
+    const Theme &theme = Theme::current();
     QPainter painter(this);
-    const QColor background = Theme::current().background;
+    paintSurface(painter, rect(), theme.background);
+    if (m_board->isHidden())
+        return;
+    const QRect board = m_board->geometry();
+    paintSurface(painter, board, theme.board);
+    painter.fillRect(QRect(m_isBoardLeftOfList ? board.right() : board.left(), 0, 1, height()), theme.line);
+}
+
+/// A part of the background that reaches from top to bottom, with the panel's corners where it meets them.
+void FocusPanelView::paintSurface(QPainter &painter, const QRect &part, const QColor &color) const
+{
+    painter.save();
+    painter.setClipRect(part);
     if (m_isRoundedByPainting)
-        Painting::roundedCard(painter, rect(), Metrics::panelRadius, {background, {}, {}});
+        Painting::roundedCard(painter, rect(), Metrics::panelRadius, {color, {}, {}});
     else
-        painter.fillRect(rect(), background);
+        painter.fillRect(part, color);
+    painter.restore();
 }
 
 } // namespace wrenfold

@@ -62,6 +62,7 @@ private:
     void toggleTimer();
     void subscribe();
     void placeChildren();
+    void paintSurface(QPainter &painter, const QRect &part, const QColor &color) const;
 
     /// Any number of changes in one turn of the event loop makes the rows anew once.
     void scheduleRowsUpdate();

@@ -58,7 +58,7 @@ void InboxHeaderRow::contextMenuEvent(QContextMenuEvent *event)
 void InboxHeaderRow::resizeEvent(QResizeEvent *event)
 {
     PanelRowWidget::resizeEvent(event);
-    const int left = Metrics::listMargin + Metrics::symbolSize + Metrics::sectionHeaderSpacing;
+    const int left = Metrics::symbolSize + Metrics::sectionHeaderSpacing;
     const int right = placeTrailing({m_dismissAll, m_approveAll});
     m_text->setGeometry(left, 0, right - left, height());
 }
@@ -67,7 +67,7 @@ void InboxHeaderRow::paintEvent(QPaintEvent *event)
 {
     PanelRowWidget::paintEvent(event);
     QPainter painter(this);
-    Painting::symbol(painter, QRectF(Metrics::listMargin, 0, Metrics::symbolSize, height()),
+    Painting::symbol(painter, QRectF(0, 0, Metrics::symbolSize, height()),
                      QStringLiteral("tray.and.arrow.down.fill"), Theme::current().secondaryInk);
 }
 

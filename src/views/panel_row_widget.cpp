@@ -98,7 +98,10 @@ void PanelRowWidget::keyPressEvent(QKeyEvent *event)
     // With modifiers the keys mean other things, Ctrl+Space an input method for one. A key held down acts once: the
     // next row would be acted on next.
     const bool isPlain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
-    const bool isHandled = isPlain && !event->isAutoRepeat() && actOnKey(event->key());
+    // After a click the focus is not seen, so that a key that acted on it would surprise. What a field inside the row
+    // has left over is meant for the row.
+    const bool isMeant = showsFocusRing() || !hasFocus();
+    const bool isHandled = isMeant && isPlain && !event->isAutoRepeat() && actOnKey(event->key());
     event->setAccepted(isHandled);
 }
 

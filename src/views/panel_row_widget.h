@@ -37,11 +37,12 @@ protected:
     /// The pointer entered or left, or the keyboard focus came or went.
     virtual void engagementChanged() {}
 
-    /// A key of the row's own was pressed, without modifiers and not by being held down. False leaves it to the list.
+    /// A key of the row's own was pressed while the row shows the focus, without modifiers and not by being held down.
+    /// False leaves it to the list.
     virtual bool actOnKey(int key) = 0;
 
-    /// Pointed at or focused: then the row's actions are shown.
-    [[nodiscard]] bool isEngaged() const { return m_isHovered || hasFocus(); }
+    /// Pointed at or focused by keyboard: then the row's actions are shown.
+    [[nodiscard]] bool isEngaged() const { return m_isHovered || showsFocusRing(); }
 
     /// Puts a circle of checkSize, as large as can be hit, at `left` in the row's middle; the place behind it
     /// is returned.

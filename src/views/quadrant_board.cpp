@@ -85,10 +85,6 @@ void QuadrantBoard::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     const Theme &theme = Theme::current();
-    painter.fillRect(rect(), theme.board);
-    // Against the list, on whichever side that lies.
-    painter.fillRect(QRect(0, 0, 1, height()), theme.line);
-    painter.fillRect(QRect(width() - 1, 0, 1, height()), theme.line);
     painter.setFont(Fonts::tiny());
     painter.setPen(theme.tertiaryInk);
     const QRect across(cellsLeft, axisTop, width() - Metrics::boardPadding - cellsLeft,

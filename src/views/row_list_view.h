@@ -29,6 +29,9 @@ public:
     explicit RowListView(RowFactory factory, QWidget *parent = nullptr);
     ~RowListView() override;
 
+    /// Keeps room for the scroll bar beside the rows; it lies over them at first.
+    void setScrollBarMargin(int width) { setViewportMargins(0, 0, width, 0); }
+
     void setRows(QList<PanelRow> rows);
     [[nodiscard]] const QList<PanelRow> &rows() const { return m_rows; }
 

@@ -86,7 +86,7 @@ void SectionHeaderRow::placeChildren()
         right -= buttonWidth + Metrics::rowRightPadding;
         m_board->setGeometry(right, 0, buttonWidth, height());
     }
-    m_text->setGeometry(Metrics::listMargin + left, 0, right - left - Metrics::listMargin, height());
+    m_text->setGeometry(left, 0, right - left, height());
 }
 
 bool SectionHeaderRow::actOnKey(int key)
@@ -124,7 +124,7 @@ void SectionHeaderRow::paintEvent(QPaintEvent *event)
     if (!row().takesFocus())
         return;
     QPainter painter(this);
-    const QRectF lead(Metrics::listMargin, 0, Metrics::symbolSize, height());
+    const QRectF lead(0, 0, Metrics::symbolSize, height());
     Painting::symbol(painter, lead,
                      row().isExpanded ? QStringLiteral("chevron.down") : QStringLiteral("chevron.right"),
                      Theme::current().secondaryInk);

@@ -23,6 +23,7 @@ StatusLine::StatusLine(std::function<void()> undo, QWidget *parent)
 void StatusLine::setStatus(const QString &text, bool isUndoOffered)
 {
     m_text->setText(text.isEmpty() && isUndoOffered ? QStringLiteral("削除しました") : text);
+    m_text->setVisible(!m_text->text().isEmpty());
     m_undo->setVisible(isUndoOffered);
     placeChildren();
 }

@@ -15,7 +15,6 @@ TodoComposer::TodoComposer(QWidget *parent)
 {
     m_field->setFont(Fonts::body());
     m_field->installEventFilter(this);
-    setFocusProxy(m_field);
     setFixedHeight(Metrics::fieldHeight);
 }
 

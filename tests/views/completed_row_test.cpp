@@ -99,7 +99,7 @@ private Q_SLOTS:
         QCOMPARE(title->pos(), place);
         leave(*shownRow.row);
         QVERIFY(!buttonNamed(*shownRow.row, deleteHelp));
-        shownRow.row->setFocus();
+        shownRow.row->setFocus(Qt::TabFocusReason);
         QVERIFY(buttonNamed(*shownRow.row, deleteHelp));
         QCOMPARE(title->pos(), place);
     }

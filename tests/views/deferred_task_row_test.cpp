@@ -137,7 +137,7 @@ private Q_SLOTS:
         QCOMPARE(title->pos(), place);
         leave(*shownRow.row);
         QCOMPARE(shown<IconButton>(*shownRow.row).size(), 0);
-        shownRow.row->setFocus();
+        shownRow.row->setFocus(Qt::TabFocusReason);
         QCOMPARE(shown<IconButton>(*shownRow.row).size(), 3);
         QCOMPARE(title->pos(), place);
     }

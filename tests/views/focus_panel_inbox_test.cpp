@@ -151,7 +151,7 @@ private Q_SLOTS:
         InboxFolder::drop(QStringLiteral("b.json"), QStringLiteral("b"));
         PanelWithInbox panel;
         QVERIFY(panel.show());
-        panel.candidate(QStringLiteral("a"))->setFocus();
+        panel.candidate(QStringLiteral("a"))->setFocus(Qt::TabFocusReason);
         panel.press(Qt::Key_Return);
         QCOMPARE(QApplication::focusWidget(), panel.candidate(QStringLiteral("b")));
         panel.press(Qt::Key_Delete);

@@ -84,7 +84,7 @@ private Q_SLOTS:
     {
         PanelInWindow panel({madeTask(a), madeTask(QStringLiteral("b")), madeTask(QStringLiteral("c"))});
         QVERIFY(panel.show());
-        panel.row(a)->setFocus();
+        panel.row(a)->setFocus(Qt::TabFocusReason);
         panel.press(Qt::Key_Up, Qt::AltModifier);
         QCOMPARE(words(panel.store.tasks.value()), QStringLiteral("a b c"));
         QVERIFY(!panel.store.canUndo.value());

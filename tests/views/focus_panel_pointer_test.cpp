@@ -99,6 +99,43 @@ private Q_SLOTS:
         }
     }
 
+    void noActionIsUnderThePointerBeforeThePointerIsOnIt()
+    {
+        PanelInWindow panel(tasks(3));
+        QVERIFY(panel.show());
+        PanelRowWidget *row = panel.row(QStringLiteral("1"));
+        // At the row's beginning, where its buttons are before they are placed.
+        movePointer(panel, row->mapTo(&panel.window, QPoint(3, 3)));
+        QVERIFY(buttonNamed(*row, deleteHelp));
+        for (const PaintedButton *button : shown<PaintedButton>(*row))
+            QVERIFY2(!button->underMouse(), qPrintable(button->help()));
+    }
+
+    void afterADeletionByPointerOnlyTheRowUnderItShowsItsActions()
+    {
+        PanelInWindow panel(tasks(4));
+        QVERIFY(panel.show());
+        movePointer(panel, middleOf(*panel.row(QStringLiteral("1"))));
+        const QPoint trash = middleOf(*buttonNamed(*panel.row(QStringLiteral("1")), deleteHelp));
+        QTest::mouseClick(panel.window.windowHandle(), Qt::LeftButton, {}, trash);
+        movePointer(panel, middleOf(*panel.row(QStringLiteral("4"))));
+        QCOMPARE(engaged(panel), QStringList(QStringLiteral("4")));
+    }
+
+    void aKeyDoesNothingToARowThatWasOnlyClicked()
+    {
+        PanelInWindow panel(tasks(3));
+        QVERIFY(panel.show());
+        panel.row(QStringLiteral("2"))->setFocus(Qt::MouseFocusReason);
+        for (const Qt::Key key : {Qt::Key_Delete, Qt::Key_Space, Qt::Key_P})
+            panel.press(key);
+        QCOMPARE(panel.fakes.titles(), QStringLiteral("1 2 3"));
+        QVERIFY(!panel.store.canUndo.value());
+        panel.press(Qt::Key_Down);
+        panel.press(Qt::Key_Delete);
+        QCOMPARE(panel.fakes.titles(), QStringLiteral("1 2"));
+    }
+
     void aRowScrolledFromUnderThePointerLeavesNothingBehind()
     {
         PanelInWindow panel(tasks(100));
@@ -184,7 +221,7 @@ private Q_SLOTS:
     {
         PanelInWindow panel(tasks(3));
         QVERIFY(panel.show());
-        panel.row(QStringLiteral("2"))->setFocus();
+        panel.row(QStringLiteral("2"))->setFocus(Qt::TabFocusReason);
         panel.press(Qt::Key_F2);
         type(panel.editField(), QStringLiteral("renamed"));
         QTest::mouseClick(panel.window.windowHandle(), Qt::LeftButton, {}, QPoint(2, 2));

@@ -56,7 +56,7 @@ private Q_SLOTS:
     {
         PanelInWindow panel({madeTask(a), madeTask(b)});
         QVERIFY(panel.show());
-        panel.row(a)->setFocus();
+        panel.row(a)->setFocus(Qt::TabFocusReason);
         panel.press(Qt::Key_Insert);
         QVERIFY(panel.subtaskField()->hasFocus());
     }

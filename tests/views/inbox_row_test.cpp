@@ -131,7 +131,7 @@ private Q_SLOTS:
         QCOMPARE(text->pos(), place);
         leave(*shownRow.row);
         QVERIFY(!buttonNamed(*shownRow.row, dismissHelp));
-        shownRow.row->setFocus();
+        shownRow.row->setFocus(Qt::TabFocusReason);
         QVERIFY(buttonNamed(*shownRow.row, dismissHelp));
     }
 

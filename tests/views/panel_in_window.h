@@ -53,7 +53,7 @@ struct PanelInWindow
         view->setFocus();
         window.show();
         const bool isActive = QTest::qWaitForWindowActive(&window);
-        QTest::mouseMove(&window, QPoint(2, 2));
+        QTest::mouseMove(window.windowHandle(), QPoint(2, 2));
         QCoreApplication::processEvents();
         return isActive;
     }

@@ -80,6 +80,7 @@ PanelRow subtask()
 {
     PanelRow row = task();
     row.isSubtask = true;
+    row.task.parentID = QUuid::createUuid();
     row.subtaskNumber = 2;
     row.subtaskTotal = 3;
     return row;
@@ -112,7 +113,7 @@ private Q_SLOTS:
     {
         TaskRowInWindow shownRow;
         QVERIFY(shownRow.show(parentTask(false)));
-        shownRow.row->setFocus();
+        shownRow.row->setFocus(Qt::TabFocusReason);
         for (const Qt::Key key : {Qt::Key_Space, Qt::Key_P, Qt::Key_Right, Qt::Key_Insert, Qt::Key_Delete})
             QTest::keyClick(shownRow.row, key);
         QCOMPARE(shownRow.calls.join(QLatin1Char(',')),
@@ -216,7 +217,7 @@ private Q_SLOTS:
         TextLabel *title = labelSaying(*shownRow.row, QStringLiteral("a"));
         const QPoint place = title->mapTo(shownRow.row, QPoint());
         QVERIFY(!buttonNamed(*shownRow.row, deleteHelp));
-        shownRow.row->setFocus();
+        shownRow.row->setFocus(Qt::TabFocusReason);
         QVERIFY(buttonNamed(*shownRow.row, deleteHelp));
         QCOMPARE(title->mapTo(shownRow.row, QPoint()), place);
         shownRow.row->clearFocus();
