@@ -31,8 +31,9 @@ public:
     virtual void start() = 0;
     virtual void stop() = 0;
 
-    /// The application of the active window; this program itself has applicationID(). Nothing where no window is
-    /// active, or nobody knows whose it is. Follows the desktop by itself: asking costs nothing.
+    /// The application of the active window; this program itself has applicationID(), and is in front while a window of
+    /// its own has the keyboard. Nothing where no window is active, or nobody knows whose it is. Follows the desktop by
+    /// itself: asking costs nothing.
     [[nodiscard]] virtual std::optional<RunningApplication> current() const = 0;
 
     /// To be called before a window of ours comes into sight that is not to be in front. Where the desktop puts every new

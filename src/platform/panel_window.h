@@ -9,6 +9,12 @@ class QWindow;
 
 namespace wrenfold {
 
+/// How high the panel lies.
+enum class PanelLevel {
+    Floating,        ///< Above other windows, but not above a full-screen window that is in front.
+    AboveFullScreen, ///< Above that too.
+};
+
 /// What a desktop can do for the floating panel: above other windows, on every workspace, out of the task bar.
 class PanelWindow
 {
@@ -23,9 +29,10 @@ public:
     /// Whether parts of a window can be seen through, so that its corners may be rounded by painting.
     [[nodiscard]] virtual bool isTranslucencyAvailable() const = 0;
 
-    /// To be called after each time the panel's window was shown: desktops forget these wishes when it is hidden.
-    /// Repeats itself a moment later, so the window must not outlive this object.
-    virtual void joinAllWorkspaces(QWindow &window) = 0;
+    /// Puts the panel's window on its level and on every workspace. To be called each time it is about to be shown, as
+    /// desktops forget these wishes when it is hidden, and when the level changes. Until it is hidden the level is kept
+    /// up by itself, whatever other windows do. There is one such window; it must not outlive this object.
+    virtual void pin(QWindow &window, PanelLevel level) = 0;
 };
 
 } // namespace wrenfold

@@ -49,6 +49,13 @@ void FocusPanel::showWithoutFocus()
     windowHandle()->setProperty(withoutActivating, false);
 }
 
+void FocusPanel::setLevel(PanelLevel level)
+{
+    m_level = level;
+    if (isVisible())
+        m_ability.pin(*windowHandle(), m_level);
+}
+
 void FocusPanel::setClickThrough(bool isClickThrough)
 {
     m_isClickThrough = isClickThrough;
@@ -67,7 +74,7 @@ void FocusPanel::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
     windowHandle()->setFlag(Qt::WindowTransparentForInput, m_isClickThrough);
-    m_ability.joinAllWorkspaces(*windowHandle());
+    m_ability.pin(*windowHandle(), m_level);
 }
 
 void FocusPanel::resizeEvent(QResizeEvent *event)

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/panel_window.h"
+
 #include <QList>
 #include <QWidget>
 
 namespace wrenfold {
 
-class PanelWindow;
 class ResizeHandle;
 
 /// The floating panel's window: frameless, 344 x 500, put away but never closed.
@@ -24,6 +25,9 @@ public:
     /// Comes into sight; who has the keyboard keeps it.
     void showWithoutFocus();
 
+    /// Takes effect at once when the panel is in sight, and each time it comes into sight.
+    void setLevel(PanelLevel level);
+
     /// Clicks go to what lies behind, also while the panel is shown.
     void setClickThrough(bool isClickThrough);
 
@@ -40,6 +44,7 @@ private:
     PanelWindow &m_ability;
     QWidget *m_content = nullptr;
     QList<ResizeHandle *> m_resizeHandles;
+    PanelLevel m_level = PanelLevel::Floating;
     bool m_isClickThrough = false;
 };
 

@@ -26,6 +26,10 @@ PanelController::PanelController(FocusStore &store, Clock &clock, PanelWindow &a
     m_subscriptions.push_back(m_store.isQuadrantBoardVisible.onChange(size));
     m_subscriptions.push_back(m_store.isQuadrantDropActive.onChange(size));
     m_subscriptions.push_back(m_store.isGhostMode.watch([this](bool) { followGhostMode(); }));
+    m_subscriptions.push_back(m_store.isHardPinned.watch([this](bool) {
+        QMetaObject::invokeMethod(
+            &m_panel, [this] { applyLevel(); }, Qt::QueuedConnection);
+    }));
     followSize();
 }
 
@@ -38,6 +42,11 @@ void PanelController::followSize()
 void PanelController::followGhostMode()
 {
     m_panel.setClickThrough(m_store.isGhostMode.value());
+}
+
+void PanelController::applyLevel()
+{
+    m_panel.setLevel(m_store.isHardPinned.value() ? PanelLevel::AboveFullScreen : PanelLevel::Floating);
 }
 
 void PanelController::resizePanel(bool isListHidden, bool isQuadrantBoardPresented)
@@ -65,6 +74,7 @@ void PanelController::showAndPin()
     if (!m_panel.isVisible())
         m_view->setFocus(); // From here the Tab key starts anew.
     m_store.exitGhostMode();
+    applyLevel();
     m_panel.show();
     m_panel.raise();
     m_panel.activateWindow();

@@ -41,6 +41,7 @@ private:
     void resizePanel(bool isListHidden, bool isQuadrantBoardPresented);
     void followSize();
     void followGhostMode();
+    void applyLevel();
 
     FocusStore &m_store;
     FocusPanel m_panel;

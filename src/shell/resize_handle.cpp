@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "shell/resize_handle.h"
 
-#include <QApplication>
 #include <QMouseEvent>
 #include <QWindow>
 
@@ -47,6 +46,7 @@ QRect resizeHandleRect(Qt::Edges edges, const QSize &window)
 ResizeHandle::ResizeHandle(Qt::Edges edges, QWidget *window)
     : QWidget(window)
     , m_edges(edges)
+    , m_pull(edges)
 {
     setCursor(cursorFor(edges));
 }
@@ -59,26 +59,17 @@ void ResizeHandle::place()
 
 void ResizeHandle::mousePressEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton)
-        m_pressPosition = event->position().toPoint();
+    m_pull.press(*event, *window()->windowHandle());
 }
 
 void ResizeHandle::mouseMoveEvent(QMouseEvent *event)
 {
-    if (!m_pressPosition)
-        return;
-    // Begun by a mere click, the window manager would go on resizing without the button held.
-    const QPoint way = event->position().toPoint() - *m_pressPosition;
-    if (way.manhattanLength() < QApplication::startDragDistance())
-        return;
-    m_pressPosition.reset(); // Once a press: the window manager keeps the release to itself.
-    window()->windowHandle()->startSystemResize(m_edges);
+    m_pull.move(*event, *window()->windowHandle());
 }
 
 void ResizeHandle::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton)
-        m_pressPosition.reset();
+    m_pull.release(*event);
 }
 
 } // namespace wrenfold

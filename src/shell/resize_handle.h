@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QWidget>
+#include "platform/window_pull.h"
 
-#include <optional>
+#include <QWidget>
 
 namespace wrenfold {
 
@@ -27,7 +27,7 @@ protected:
 
 private:
     const Qt::Edges m_edges;
-    std::optional<QPoint> m_pressPosition; ///< Of a press that may become a pull.
+    WindowPull m_pull;
 };
 
 /// Where the handle for these edges lies in a window of this size.

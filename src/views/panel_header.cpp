@@ -4,7 +4,6 @@
 #include "look/count_badge.h"
 #include "look/icon_button.h"
 
-#include <QApplication>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QWindow>
@@ -91,30 +90,17 @@ void PanelHeader::setCanSort(bool canSort)
 
 void PanelHeader::mousePressEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton)
-        m_pressPosition = event->position().toPoint();
+    m_pull.press(*event, *window()->windowHandle());
 }
 
 void PanelHeader::mouseMoveEvent(QMouseEvent *event)
 {
-    // Moves with the button held also come from our own buttons, when the pointer leaves them: no press of ours.
-    if (!m_pressPosition)
-        return;
-    // A move begun before the pointer has really gone somewhere would leave the window manager in move mode
-    // after a mere click.
-    const QPoint way = event->position().toPoint() - *m_pressPosition;
-    if (way.manhattanLength() < QApplication::startDragDistance())
-        return;
-    // Once a press: the window manager keeps the release to itself, so that later moves still seem to have the
-    // button held.
-    m_pressPosition.reset();
-    window()->windowHandle()->startSystemMove();
+    m_pull.move(*event, *window()->windowHandle());
 }
 
 void PanelHeader::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton)
-        m_pressPosition.reset();
+    m_pull.release(*event);
 }
 
 void PanelHeader::resizeEvent(QResizeEvent *event)

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/window_pull.h"
 #include "views/timer_header.h"
-
-#include <optional>
 
 namespace wrenfold {
 
@@ -64,7 +63,7 @@ private:
     IconButton *m_chat;
     IconButton *m_settings;
     IconButton *m_hide;
-    std::optional<QPoint> m_pressPosition; ///< Of a press that may become a move of the window.
+    WindowPull m_pull;
 };
 
 } // namespace wrenfold

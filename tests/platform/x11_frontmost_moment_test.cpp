@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
+#include "app/application_id.h"
 #include "platform/installed_applications.h"
 #include "platform/linux/x11_frontmost_application.h"
 #include "support/fake_clock.h"
 #include "support/test_case.h"
 #include "support/x11_program.h"
 #include "support/x11_server.h"
+
+#include <QRasterWindow>
 
 namespace wrenfold {
 
@@ -58,6 +61,31 @@ private Q_SLOTS:
             setActiveWindow(program.window());
             QCOMPARE(frontmost.current(), unheard);
         }
+    }
+
+    void ourWindowWithTheKeyboardIsInFrontWhateverIsCalledActive()
+    {
+        InstalledApplications installed;
+        FakeClock clock;
+        X11FrontmostApplication frontmost(installed, clock);
+        const X11Program program("Unheard");
+        frontmost.start();
+        setActiveWindow(program.window());
+        QTRY_COMPARE(frontmost.current(), (RunningApplication{std::nullopt, QStringLiteral("Unheard")}));
+
+        QRasterWindow ours;
+        ours.setFlags(Qt::BypassWindowManagerHint);
+        ours.resize(200, 100);
+        ours.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&ours));
+        QCOMPARE(frontmost.current(), (RunningApplication{std::nullopt, QStringLiteral("Unheard")}));
+        ours.requestActivate();
+        QTRY_COMPARE(frontmost.current(), (RunningApplication{applicationID(), std::nullopt}));
+        frontmost.stop();
+        QCOMPARE(frontmost.current(), std::nullopt);
+        frontmost.start();
+        ours.hide();
+        QTRY_COMPARE(frontmost.current(), (RunningApplication{std::nullopt, QStringLiteral("Unheard")}));
     }
 
     void twoMomentsInARowAreOne()

@@ -21,9 +21,9 @@ private Q_SLOTS:
         X11PanelWindow desktop;
         QRasterWindow window;
         window.setFlags(desktop.flags());
+        desktop.pin(window, PanelLevel::Floating);
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
-        desktop.joinAllWorkspaces(window);
 
         QProcess manager;
         manager.start(QStringLiteral("openbox"), {});

@@ -10,23 +10,6 @@ namespace wrenfold {
 using namespace x11;
 
 /// Runs once for each window manager and once without, see with_x11.sh.
-/// Waits until the wishes are met and stay so: right after showing, Qt and the window manager write over each other's
-/// states, and the panel repeats its wishes.
-static bool comeToBeMet(const QWindow &window)
-{
-    const auto areMet = [&window] {
-        return valuesOf(idOf(window), "_NET_WM_DESKTOP") == Values{0xFFFFFFFF} &&
-               missingStates(window).isEmpty();
-    };
-    constexpr int longerThanTheRepetition = 500;
-    QDeadlineTimer deadline(10000);
-    while (!deadline.hasExpired()) {
-        if (QTest::qWaitFor(areMet) && !QTest::qWaitFor([&] { return !areMet(); }, longerThanTheRepetition))
-            return true;
-    }
-    return false;
-}
-
 class X11PanelWindowTest : public TestCase
 {
     Q_OBJECT
@@ -50,22 +33,23 @@ private Q_SLOTS:
         window.setFlags(desktop.flags());
         window.resize(344, 480);
         for (int time = 0; time < 3; ++time) {
+            desktop.pin(window, PanelLevel::Floating);
             window.show();
             QVERIFY(QTest::qWaitForWindowExposed(&window));
-            desktop.joinAllWorkspaces(window);
             QVERIFY(comeToBeMet(window));
             window.hide();
             QTRY_VERIFY(!isMapped(window));
         }
     }
 
-    void theWishesMayBeUtteredRightAfterShowing()
+    void theWishesMayBeRepeatedRightAfterShowing()
     {
         X11PanelWindow desktop;
         QRasterWindow window;
         window.setFlags(desktop.flags());
+        desktop.pin(window, PanelLevel::Floating);
         window.show();
-        desktop.joinAllWorkspaces(window);
+        desktop.pin(window, PanelLevel::AboveFullScreen);
         QVERIFY(QTest::qWaitForWindowExposed(&window));
         QVERIFY(comeToBeMet(window));
     }

@@ -105,7 +105,8 @@ private Q_SLOTS:
         QVERIFY(program.panel()->isVisible());
         QVERIFY(QTest::qWaitForWindowActive(program.panel()));
         QVERIFY(!program.composer()->hasFocus());
-        QCOMPARE(program.fakes.panelWindow->joined().size(), 1);
+        QCOMPARE(program.fakes.panelWindow->takePinned().first(),
+                 (FakePanelWindow::Pinned{program.panel()->windowHandle(), PanelLevel::AboveFullScreen}));
     }
 
     void thePanelIsPaintedAnewWhenTheDesktopsAppearanceChanges()

@@ -55,17 +55,24 @@ private Q_SLOTS:
         QVERIFY(panel.isVisible());
     }
 
-    void everyShowingJoinsAllWorkspaces()
+    void thePanelIsPinnedEachTimeItIsShownAndWhenItsLevelChangesMeanwhile()
     {
+        using Pins = QList<FakePanelWindow::Pinned>;
         const OffscreenSilence silence;
         FakePanelWindow ability;
         FocusPanel panel(ability);
-        QVERIFY(ability.joined().isEmpty());
+        panel.setLevel(PanelLevel::AboveFullScreen);
+        QCOMPARE(ability.takePinned(), Pins());
         panel.show();
-        QCOMPARE(ability.joined(), QList<QWindow *>({panel.windowHandle()}));
+        QWindow *window = panel.windowHandle();
+        QCOMPARE(ability.takePinned(), Pins({{window, PanelLevel::AboveFullScreen}}));
+        panel.setLevel(PanelLevel::Floating);
+        QCOMPARE(ability.takePinned(), Pins({{window, PanelLevel::Floating}}));
         panel.hide();
+        panel.setLevel(PanelLevel::AboveFullScreen);
+        QCOMPARE(ability.takePinned(), Pins());
         panel.show();
-        QCOMPARE(ability.joined().size(), 2);
+        QCOMPARE(ability.takePinned(), Pins({{window, PanelLevel::AboveFullScreen}}));
     }
 
     void theContentFillsThePanel()

@@ -175,6 +175,40 @@ private Q_SLOTS:
         QVERIFY(other.isActiveWindow());
     }
 
+    void theLevelFollowsTheHardPinOnTheNextTurn()
+    {
+        using Pins = QList<FakePanelWindow::Pinned>;
+        ControllerOnFakes fakes;
+        Setting<bool> &isHardPinned = fakes.fakes.store.isHardPinned;
+        QVERIFY(isHardPinned.value());
+        fakes.show();
+        QWindow *window = fakes.panel().windowHandle();
+        QCOMPARE(fakes.ability.takePinned().last(),
+                 (FakePanelWindow::Pinned{window, PanelLevel::AboveFullScreen}));
+        QCoreApplication::processEvents();
+        (void)fakes.ability.takePinned();
+        isHardPinned.set(false);
+        QCOMPARE(fakes.ability.takePinned(), Pins());
+        QCoreApplication::processEvents();
+        QCOMPARE(fakes.ability.takePinned(), Pins({{window, PanelLevel::Floating}}));
+        isHardPinned.set(true);
+        QCoreApplication::processEvents();
+        QCOMPARE(fakes.ability.takePinned(), Pins({{window, PanelLevel::AboveFullScreen}}));
+    }
+
+    void showingAppliesTheLevelAgainAlsoToAPanelInSight()
+    {
+        ControllerOnFakes fakes;
+        fakes.fakes.store.isHardPinned.set(false);
+        for (int time = 0; time < 2; ++time) {
+            (void)fakes.ability.takePinned();
+            fakes.show();
+            QCOMPARE(fakes.ability.takePinned(),
+                     QList<FakePanelWindow::Pinned>({{fakes.panel().windowHandle(), PanelLevel::Floating}}));
+            QVERIFY(fakes.panel().isVisible());
+        }
+    }
+
     void typingKeptInTheFieldSurvivesHiding()
     {
         ControllerOnFakes fakes;

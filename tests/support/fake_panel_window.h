@@ -5,6 +5,8 @@
 
 #include <QList>
 
+#include <utility>
+
 namespace wrenfold {
 
 /// A desktop that grants the panel's window everything and notes it down. Below the interface is what a test
@@ -18,18 +20,26 @@ public:
         return Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
     }
     [[nodiscard]] bool isTranslucencyAvailable() const override { return m_isTranslucencyAvailable; }
-    void joinAllWorkspaces(QWindow &window) override { m_joined.append(&window); }
+    void pin(QWindow &window, PanelLevel level) override { m_pinned.append({&window, level}); }
 
     void setAvailability(const Availability &availability) { m_availability = availability; }
     void setTranslucencyAvailable(bool isAvailable) { m_isTranslucencyAvailable = isAvailable; }
 
-    /// The windows that joined all workspaces, in order, one entry a call. Not owned.
-    [[nodiscard]] const QList<QWindow *> &joined() const { return m_joined; }
+    struct Pinned
+    {
+        QWindow *window; ///< Not owned.
+        PanelLevel level;
+
+        friend bool operator==(const Pinned &, const Pinned &) = default;
+    };
+
+    /// The calls of pin() since the last time, in order.
+    [[nodiscard]] QList<Pinned> takePinned() { return std::exchange(m_pinned, {}); }
 
 private:
     Availability m_availability;
     bool m_isTranslucencyAvailable = true;
-    QList<QWindow *> m_joined;
+    QList<Pinned> m_pinned;
 };
 
 } // namespace wrenfold

@@ -54,6 +54,10 @@ public:
         constexpr uint32_t fromPager = 2;
         send(atom("_NET_ACTIVE_WINDOW"), fromPager);
     }
+    void setFullScreen(bool isFullScreen)
+    {
+        send(atom("_NET_WM_STATE"), isFullScreen ? 1 : 0, atom("_NET_WM_STATE_FULLSCREEN"));
+    }
     void moveToDesktop(uint32_t desktop) { send(atom("_NET_WM_DESKTOP"), desktop); }
 
     xcb_atom_t atom(const char *name)
@@ -77,7 +81,7 @@ private:
                             uint32_t(count), values);
         sync();
     }
-    void send(xcb_atom_t type, uint32_t value)
+    void send(xcb_atom_t type, uint32_t value, uint32_t second = 0)
     {
         xcb_client_message_event_t message = {};
         message.response_type = XCB_CLIENT_MESSAGE;
@@ -85,6 +89,7 @@ private:
         message.window = m_window;
         message.type = type;
         message.data.data32[0] = value;
+        message.data.data32[1] = second;
         xcb_send_event(m_connection, 0, m_screen->root,
                        XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
                        reinterpret_cast<const char *>(&message));

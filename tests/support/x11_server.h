@@ -3,6 +3,7 @@
 
 #include <QGuiApplication>
 #include <QList>
+#include <QTest>
 #include <QWindow>
 
 #include <xcb/xcb.h>
@@ -74,6 +75,23 @@ inline QList<QByteArray> missingStates(const QWindow &window)
     return missing;
 }
 
+/// Waits until the panel's wishes are met and stay so: right after showing, Qt and the window manager write over each
+/// other's states, and the panel repeats its wishes.
+inline bool comeToBeMet(const QWindow &window)
+{
+    const auto areMet = [&window] {
+        return valuesOf(idOf(window), "_NET_WM_DESKTOP") == Values{0xFFFFFFFF} &&
+               missingStates(window).isEmpty();
+    };
+    constexpr int longerThanTheRepetition = 500;
+    QDeadlineTimer deadline(10000);
+    while (!deadline.hasExpired()) {
+        if (QTest::qWaitFor(areMet) && !QTest::qWaitFor([&] { return !areMet(); }, longerThanTheRepetition))
+            return true;
+    }
+    return false;
+}
+
 inline bool isMapped(const QWindow &window)
 {
     const auto cookie = xcb_get_window_attributes(connection(), idOf(window));
@@ -81,6 +99,40 @@ inline bool isMapped(const QWindow &window)
     const bool answer = reply && reply->map_state != XCB_MAP_STATE_UNMAPPED;
     std::free(reply);
     return answer;
+}
+
+/// Whether window managers leave the window alone.
+inline bool isUnmanaged(const QWindow &window)
+{
+    const auto cookie = xcb_get_window_attributes(connection(), idOf(window));
+    auto *reply = xcb_get_window_attributes_reply(connection(), cookie, nullptr);
+    const bool answer = reply && reply->override_redirect;
+    std::free(reply);
+    return answer;
+}
+
+/// The window in sight at a point of the screen, be it a window manager's frame; zero for the root itself.
+inline xcb_window_t windowAt(const QPoint &point)
+{
+    const auto cookie =
+        xcb_translate_coordinates(connection(), root(), root(), int16_t(point.x()), int16_t(point.y()));
+    auto *reply = xcb_translate_coordinates_reply(connection(), cookie, nullptr);
+    const xcb_window_t answer = reply->child;
+    std::free(reply);
+    return answer;
+}
+
+/// The window among the root's children that this one is, or lies in.
+inline xcb_window_t topLevelOf(xcb_window_t window)
+{
+    for (;;) {
+        auto *reply = xcb_query_tree_reply(connection(), xcb_query_tree(connection(), window), nullptr);
+        const xcb_window_t parent = reply ? reply->parent : root();
+        std::free(reply);
+        if (parent == root())
+            return window;
+        window = parent;
+    }
 }
 
 } // namespace wrenfold::x11

@@ -67,6 +67,15 @@ X11Property X11Connection::answer(xcb_get_property_cookie_t cookie) const
     return reply;
 }
 
+void X11Connection::listenToRootProperties() const
+{
+    const X11Reply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
+        m_connection, xcb_get_window_attributes(m_connection, m_root), nullptr));
+    const uint32_t events =
+        (attributes ? attributes->your_event_mask : 0) | uint32_t(XCB_EVENT_MASK_PROPERTY_CHANGE);
+    xcb_change_window_attributes(m_connection, m_root, XCB_CW_EVENT_MASK, &events);
+}
+
 void X11Connection::sendToWindowManager(xcb_window_t window, xcb_atom_t type,
                                         const std::array<uint32_t, 5> &data) const
 {

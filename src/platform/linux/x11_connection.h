@@ -38,6 +38,9 @@ public:
     /// Null when there is no such window.
     [[nodiscard]] X11Property answer(xcb_get_property_cookie_t cookie) const;
 
+    /// Has changes of the root's properties come as events, besides what Qt has asked for.
+    void listenToRootProperties() const;
+
     /// A message about a window to whoever manages the windows.
     void sendToWindowManager(xcb_window_t window, xcb_atom_t type, const std::array<uint32_t, 5> &data) const;
 

@@ -104,12 +104,7 @@ void X11FrontmostApplication::start()
     if (m_isStarted)
         return;
     m_isStarted = true;
-    // Qt listens to the root window over the same connection; what it asked for must stay.
-    const X11Reply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
-        m_connection, xcb_get_window_attributes(m_connection, m_connection.root()), nullptr));
-    const uint32_t events =
-        (attributes ? attributes->your_event_mask : 0) | uint32_t(XCB_EVENT_MASK_PROPERTY_CHANGE);
-    xcb_change_window_attributes(m_connection, m_connection.root(), XCB_CW_EVENT_MASK, &events);
+    m_connection.listenToRootProperties();
     qGuiApp->installNativeEventFilter(this);
     m_installed.refresh();
     readActiveWindow();
@@ -129,6 +124,9 @@ void X11FrontmostApplication::stop()
 
 std::optional<RunningApplication> X11FrontmostApplication::current() const
 {
+    // The window manager does not know of one that it does not manage.
+    if (m_isStarted && QGuiApplication::focusWindow())
+        return RunningApplication{applicationID(), std::nullopt};
     constexpr qint64 bridged = 500;
     if (m_known || !m_lastKnown)
         return m_known;

@@ -1,22 +1,30 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/x11_connection.h"
-#include "platform/panel_window.h"
+#include "platform/linux/x11_surroundings.h"
+
+#include <QAbstractNativeEventFilter>
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+#include <QWindow>
 
 namespace wrenfold {
 
 /// The panel's window under X11, through Qt's own connection: to be made after the application object and
 /// used while that exists. Questions to the server wait for its answer, not for the window manager's.
-class X11PanelWindow : public PanelWindow
+class X11PanelWindow : public QObject, public PanelWindow, private QAbstractNativeEventFilter
 {
+    Q_OBJECT
+
 public:
     X11PanelWindow();
+    ~X11PanelWindow() override;
 
     [[nodiscard]] Availability availability() const override;
     [[nodiscard]] Qt::WindowFlags flags() const override;
     [[nodiscard]] bool isTranslucencyAvailable() const override;
-    void joinAllWorkspaces(QWindow &window) override;
+    void pin(QWindow &window, PanelLevel level) override;
 
 private:
     enum Atom {
@@ -28,14 +36,38 @@ private:
         Sticky,
         SkipTaskbar,
         SkipPager,
+        ManagerState,
+        UserTime,
+        UserTimeWindow,
     };
 
-    void sendWishes(QWindow &window);
-    [[nodiscard]] bool isManaged() const;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
+
+    void sendWishes();
+    void writeWishes();
+
+    void judge();
+    void leaveManager();
+    void showUnmanaged();
+    void returnToManager();
+    void setUserTime(uint32_t time);
+
+    [[nodiscard]] xcb_window_t id() const { return static_cast<xcb_window_t>(m_window->winId()); }
+    [[nodiscard]] bool isInSight() const { return m_window && m_window->isVisible(); }
+    [[nodiscard]] bool isWithdrawn() const;
+    [[nodiscard]] bool hasManager() const;
     [[nodiscard]] bool isSupported(Atom atom) const;
 
     const X11Connection m_connection;
     const std::vector<xcb_atom_t> m_atoms;
+    const X11Surroundings m_surroundings;
+    QPointer<QWindow> m_window;
+    PanelLevel m_level = PanelLevel::Floating;
+    PanelStanding m_standing;
+    QTimer m_settled;   ///< Runs until everybody has written what he writes when a window is shown.
+    QTimer m_judgement; ///< Runs until the next turn of the event loop; several events then count as one.
+    QTimer m_farewell;  ///< Runs while the window manager has yet to let go of the window.
 };
 
 } // namespace wrenfold

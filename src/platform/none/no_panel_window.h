@@ -19,7 +19,7 @@ public:
         return Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
     }
     [[nodiscard]] bool isTranslucencyAvailable() const override { return false; }
-    void joinAllWorkspaces(QWindow & /*window*/) override {}
+    void pin(QWindow & /*window*/, PanelLevel /*level*/) override {}
 };
 
 } // namespace wrenfold

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/x11_surroundings.h"
+
+#include <QGuiApplication>
+
+#include <algorithm>
+#include <utility>
+
+namespace wrenfold {
+namespace {
+
+bool contains(const std::vector<uint32_t> &numbers, uint32_t number)
+{
+    return std::find(numbers.begin(), numbers.end(), number) != numbers.end();
+}
+
+} // namespace
+
+X11Surroundings::X11Surroundings(const X11Connection &connection)
+    : m_connection(connection)
+    , m_atoms(connection.atoms({"_NET_ACTIVE_WINDOW", "_NET_CLIENT_LIST_STACKING", "_NET_CURRENT_DESKTOP",
+                                "_NET_WM_STATE", "_NET_WM_STATE_FULLSCREEN", "_NET_WM_STATE_HIDDEN",
+                                "_NET_WM_DESKTOP"}))
+{
+}
+
+bool X11Surroundings::dependOn(xcb_atom_t rootProperty) const
+{
+    return rootProperty == m_atoms[ActiveWindow] || rootProperty == m_atoms[Stacking] ||
+           rootProperty == m_atoms[CurrentDesktop];
+}
+
+PanelSurroundings X11Surroundings::around(xcb_window_t panel) const
+{
+    PanelSurroundings surroundings;
+    surroundings.isFocusOurs = QGuiApplication::focusWindow() != nullptr;
+    const std::vector<uint32_t> active = rootNumbers(ActiveWindow);
+    surroundings.active = active.empty() ? 0 : active.front();
+
+    const std::vector<xcb_window_t> stacking = rootNumbers(Stacking); // From the lowest.
+    const auto panelAt = std::find(stacking.begin(), stacking.end(), panel);
+    const QRect place = rectOf(panel);
+    for (const xcb_window_t window : fullScreenInSight(stacking)) {
+        if (!rectOf(window).intersects(place))
+            continue;
+        surroundings.fullScreen.push_back(window);
+        if (std::find(panelAt, stacking.end(), window) != stacking.end())
+            surroundings.fullScreenAbove.push_back(window);
+    }
+    return surroundings;
+}
+
+std::vector<xcb_window_t> X11Surroundings::fullScreenInSight(const std::vector<xcb_window_t> &windows) const
+{
+    struct Questions
+    {
+        xcb_window_t window;
+        xcb_get_property_cookie_t state;
+        xcb_get_property_cookie_t desktop;
+    };
+    std::vector<Questions> asked;
+    for (const xcb_window_t window : windows)
+        asked.push_back(
+            {window, m_connection.ask(window, m_atoms[State]), m_connection.ask(window, m_atoms[Desktop])});
+    const std::vector<uint32_t> currentDesktop = rootNumbers(CurrentDesktop);
+    std::vector<xcb_window_t> found;
+    for (const Questions &questions : asked) {
+        constexpr uint32_t everyDesktop = 0xFFFFFFFF;
+        const std::vector<uint32_t> state = numbersOf(m_connection.answer(questions.state));
+        const std::vector<uint32_t> desktop = numbersOf(m_connection.answer(questions.desktop));
+        const bool isHere =
+            desktop.empty() || desktop.front() == everyDesktop || contains(currentDesktop, desktop.front());
+        if (contains(state, m_atoms[FullScreen]) && !contains(state, m_atoms[Hidden]) && isHere)
+            found.push_back(questions.window);
+    }
+    return found;
+}
+
+std::vector<uint32_t> X11Surroundings::rootNumbers(Atom atom) const
+{
+    return numbersOf(m_connection.answer(m_connection.ask(m_connection.root(), m_atoms[atom])));
+}
+
+QRect X11Surroundings::rectOf(xcb_window_t window) const
+{
+    const auto sizeCookie = xcb_get_geometry(m_connection, window);
+    const auto placeCookie = xcb_translate_coordinates(m_connection, window, m_connection.root(), 0, 0);
+    // Handed a place for the error, xcb does not put it among the events, where Qt would warn of it.
+    xcb_generic_error_t *error = nullptr;
+    const X11Reply<xcb_get_geometry_reply_t> size(xcb_get_geometry_reply(m_connection, sizeCookie, &error));
+    std::free(std::exchange(error, nullptr));
+    const X11Reply<xcb_translate_coordinates_reply_t> place(
+        xcb_translate_coordinates_reply(m_connection, placeCookie, &error));
+    std::free(error);
+    return size && place ? QRect(place->dst_x, place->dst_y, size->width, size->height) : QRect();
+}
+
+} // namespace wrenfold

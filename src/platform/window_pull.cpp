@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+#include "platform/window_pull.h"
+
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QStyleHints>
+#include <QWindow>
+
+#include <algorithm>
+
+namespace wrenfold {
+namespace {
+
+/// Whether the window manager does the rest. It knows nothing of a window that goes round it.
+bool handOver(QWindow &window, Qt::Edges edges)
+{
+    if (window.flags().testFlag(Qt::BypassWindowManagerHint))
+        return false;
+    return edges ? window.startSystemResize(edges) : window.startSystemMove();
+}
+
+} // namespace
+
+QRect pulledFrame(const QRect &frame, Qt::Edges edges, const QPoint &way, const QSize &least,
+                  const QSize &most)
+{
+    if (!edges)
+        return frame.translated(way);
+    QSize size = frame.size();
+    if (edges & Qt::LeftEdge)
+        size.rwidth() -= way.x();
+    else if (edges & Qt::RightEdge)
+        size.rwidth() += way.x();
+    if (edges & Qt::TopEdge)
+        size.rheight() -= way.y();
+    else if (edges & Qt::BottomEdge)
+        size.rheight() += way.y();
+    size = size.expandedTo(least).boundedTo(most);
+    QRect pulled(frame.topLeft(), size);
+    if (edges & Qt::LeftEdge)
+        pulled.moveRight(frame.right());
+    if (edges & Qt::TopEdge)
+        pulled.moveBottom(frame.bottom());
+    return pulled;
+}
+
+void WindowPull::press(const QMouseEvent &event, const QWindow &window)
+{
+    if (event.button() == Qt::LeftButton)
+        m_press = {event.globalPosition().toPoint(), window.geometry()};
+}
+
+void WindowPull::move(const QMouseEvent &event, QWindow &window)
+{
+    // Moves with the button held also come from a child whose press it was, when the pointer leaves it.
+    if (!m_press)
+        return;
+    const QPoint way = event.globalPosition().toPoint() - m_press->pointer;
+    // Begun before the pointer has really gone somewhere, it would go on without the button held after a mere click.
+    if (way.manhattanLength() < QGuiApplication::styleHints()->startDragDistance())
+        return;
+    // Once a press: the window manager keeps the release to itself, so that later moves still seem to have the button
+    // held.
+    if (handOver(window, m_edges))
+        m_press.reset();
+    else
+        window.setGeometry(
+            pulledFrame(m_press->frame, m_edges, way, window.minimumSize(), window.maximumSize()));
+}
+
+void WindowPull::release(const QMouseEvent &event)
+{
+    if (event.button() == Qt::LeftButton)
+        m_press.reset();
+}
+
+} // namespace wrenfold
