@@ -5,6 +5,8 @@
 
 #include <Qt>
 
+#include <functional>
+
 class QWindow;
 
 namespace wrenfold {
@@ -26,8 +28,9 @@ public:
     /// The flags to create the panel's window with.
     [[nodiscard]] virtual Qt::WindowFlags flags() const = 0;
 
-    /// Whether parts of a window can be seen through, so that its corners may be rounded by painting.
-    [[nodiscard]] virtual bool isTranslucencyAvailable() const = 0;
+    /// Calls `listener` at once and on each change: whether parts of a window can be seen through, so that its corners
+    /// may be rounded by painting. There is one listener; an empty one ends it.
+    virtual void watchTranslucency(std::function<void(bool)> listener) = 0;
 
     /// Puts the panel's window on its level and on every workspace. To be called each time it is about to be shown, as
     /// desktops forget these wishes when it is hidden, and when the level changes. Until it is hidden the level is kept

@@ -19,7 +19,8 @@ FocusPanel::FocusPanel(PanelWindow &ability)
     , m_ability(ability)
 {
     setWindowTitle(QStringLiteral("Wren Fold"));
-    setAttribute(Qt::WA_TranslucentBackground, ability.isTranslucencyAvailable());
+    // Once and for all: a native window cannot become one that can be seen through.
+    setAttribute(Qt::WA_TranslucentBackground);
     setMinimumSize(PanelSize::leastWidth, PanelSize::leastHeight);
     setMaximumSize(PanelSize::mostWidth, PanelSize::mostHeight);
     for (const Qt::Edges edges :
@@ -84,11 +85,24 @@ void FocusPanel::resizeEvent(QResizeEvent *event)
         m_content->setGeometry(rect());
     for (ResizeHandle *handle : std::as_const(m_resizeHandles))
         handle->place();
-    if (!isTranslucent()) {
-        QPainterPath outline;
-        outline.addRoundedRect(rect(), Metrics::panelRadius, Metrics::panelRadius);
-        setMask(QRegion(outline.toFillPolygon().toPolygon()));
+    cutCorners();
+}
+
+void FocusPanel::setTranslucent(bool isTranslucent)
+{
+    m_isTranslucent = isTranslucent;
+    cutCorners();
+}
+
+void FocusPanel::cutCorners()
+{
+    if (m_isTranslucent) {
+        clearMask();
+        return;
     }
+    QPainterPath outline;
+    outline.addRoundedRect(rect(), Metrics::panelRadius, Metrics::panelRadius);
+    setMask(QRegion(outline.toFillPolygon().toPolygon()));
 }
 
 } // namespace wrenfold

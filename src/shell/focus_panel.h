@@ -31,9 +31,9 @@ public:
     /// Clicks go to what lies behind, also while the panel is shown.
     void setClickThrough(bool isClickThrough);
 
-    /// Whether the desktop shows what is behind a window's transparent parts. Otherwise the corners are cut
-    /// off.
-    [[nodiscard]] bool isTranslucent() const { return testAttribute(Qt::WA_TranslucentBackground); }
+    /// Whether the desktop shows what is behind a window's transparent parts. Otherwise, as at first, the corners are
+    /// cut off.
+    void setTranslucent(bool isTranslucent);
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -41,10 +41,13 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
+    void cutCorners();
+
     PanelWindow &m_ability;
     QWidget *m_content = nullptr;
     QList<ResizeHandle *> m_resizeHandles;
     PanelLevel m_level = PanelLevel::Floating;
+    bool m_isTranslucent = false;
     bool m_isClickThrough = false;
 };
 

@@ -13,13 +13,17 @@ namespace wrenfold {
 PanelController::PanelController(FocusStore &store, Clock &clock, PanelWindow &ability,
                                  const Actions &actions)
     : m_store(store)
+    , m_ability(ability)
     , m_panel(ability)
     , m_view(new FocusPanelView(
           store, clock,
           {[this] { hide(); }, [this] { showAndPin(); }, actions.showAppMenu, actions.openLink}))
 {
-    m_view->setRoundedByPainting(m_panel.isTranslucent());
     m_panel.setContent(m_view);
+    m_ability.watchTranslucency([this](bool isTranslucent) {
+        m_panel.setTranslucent(isTranslucent);
+        m_view->setRoundedByPainting(isTranslucent);
+    });
     centreOnScreen();
     const auto size = [this](bool) { followSize(); };
     m_subscriptions.push_back(m_store.isTodoListHidden.onChange(size));
@@ -31,6 +35,11 @@ PanelController::PanelController(FocusStore &store, Clock &clock, PanelWindow &a
             &m_panel, [this] { applyLevel(); }, Qt::QueuedConnection);
     }));
     followSize();
+}
+
+PanelController::~PanelController()
+{
+    m_ability.watchTranslucency({});
 }
 
 void PanelController::followSize()

@@ -26,6 +26,8 @@ public:
 
     /// All three must outlive the controller.
     PanelController(FocusStore &store, Clock &clock, PanelWindow &ability, const Actions &actions);
+    ~PanelController();
+    Q_DISABLE_COPY_MOVE(PanelController)
 
     [[nodiscard]] FocusPanel &panel() { return m_panel; }
 
@@ -44,6 +46,7 @@ private:
     void applyLevel();
 
     FocusStore &m_store;
+    PanelWindow &m_ability;
     FocusPanel m_panel;
     FocusPanelView *m_view; ///< The panel's.
     std::optional<int> m_compactOriginX;

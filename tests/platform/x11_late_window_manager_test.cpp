@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/x11_panel_window.h"
 #include "support/test_case.h"
+#include "support/x11_program.h"
 #include "support/x11_server.h"
 
 #include <QProcess>
@@ -59,14 +60,25 @@ private Q_SLOTS:
 
     void translucencyComesAndGoesWithTheCompositor()
     {
-        const X11PanelWindow desktop;
-        QVERIFY(!desktop.isTranslucencyAvailable());
-        QWindow compositor;
-        compositor.create();
-        xcb_set_selection_owner(connection(), idOf(compositor), atom("_NET_WM_CM_S0"), XCB_CURRENT_TIME);
-        QVERIFY(desktop.isTranslucencyAvailable());
-        compositor.destroy();
-        QVERIFY(!desktop.isTranslucencyAvailable());
+        X11PanelWindow desktop;
+        QList<bool> told;
+        desktop.watchTranslucency([&told](bool isTranslucent) { told.append(isTranslucent); });
+        QCOMPARE(told, QList<bool>({false}));
+        {
+            // A program of its own, as a compositor is.
+            X11Program compositor("Compositor");
+            compositor.own("_NET_WM_CM_S0");
+            QTRY_COMPARE(told, QList<bool>({false, true}));
+            compositor.own("WM_S0");
+        }
+        QTRY_COMPARE(told, QList<bool>({false, true, false}));
+
+        const X11Program next("Compositor");
+        next.own("_NET_WM_CM_S0");
+        QTRY_COMPARE(told, QList<bool>({false, true, false, true}));
+        desktop.watchTranslucency([&told](bool isTranslucent) { told = {isTranslucent}; });
+        QCOMPARE(told, QList<bool>({true}));
+        desktop.watchTranslucency({});
     }
 };
 

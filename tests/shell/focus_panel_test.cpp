@@ -88,30 +88,27 @@ private Q_SLOTS:
         QCOMPARE(content->geometry(), QRect(0, 0, 400, 300));
     }
 
-    void withoutTranslucencyTheCornersAreCutOff()
+    void theCornersAreCutOffWhileThePanelCannotBeSeenThrough()
     {
         const OffscreenSilence silence;
         FakePanelWindow ability;
-        ability.setTranslucencyAvailable(false);
         FocusPanel panel(ability);
         panel.show();
-        QVERIFY(!panel.isTranslucent());
         QVERIFY(!panel.mask().contains(QPoint(0, 0)));
         QVERIFY(panel.mask().contains(QPoint(172, 0)));
         QVERIFY(panel.mask().contains(QPoint(172, 499)));
         panel.resize(344, 400);
         QVERIFY(!panel.mask().contains(QPoint(0, 399)));
         QVERIFY(panel.mask().contains(QPoint(172, 399)));
-    }
 
-    void withTranslucencyNothingIsCutOff()
-    {
-        const OffscreenSilence silence;
-        FakePanelWindow ability;
-        FocusPanel panel(ability);
-        panel.show();
-        QVERIFY(panel.isTranslucent());
+        panel.setTranslucent(true);
         QVERIFY(panel.mask().isEmpty());
+        panel.resize(344, 500);
+        QVERIFY(panel.mask().isEmpty());
+
+        panel.setTranslucent(false);
+        QVERIFY(!panel.mask().contains(QPoint(0, 0)));
+        QVERIFY(panel.mask().contains(QPoint(172, 499)));
     }
 };
 

@@ -175,6 +175,41 @@ private Q_SLOTS:
         QVERIFY(other.isActiveWindow());
     }
 
+    void theCornersFollowTheCompositor()
+    {
+        ControllerOnFakes fakes;
+        fakes.show();
+        fakes.fakes.store.requestTodoInput();
+        QTRY_VERIFY(fakes.composer()->hasFocus());
+        type(fakes.composer(), QStringLiteral("draft"));
+        const auto corner = [&fakes] {
+            QImage image(fakes.panel().size(), QImage::Format_ARGB32);
+            image.fill(Qt::transparent);
+            fakes.view()->render(&image, {}, {}, QWidget::DrawChildren);
+            return image.pixelColor(0, 0).alpha();
+        };
+        QCOMPARE(corner(), 0);
+        QVERIFY(fakes.panel().mask().isEmpty());
+        fakes.ability.setTranslucencyAvailable(false);
+        QCOMPARE(corner(), 255);
+        QVERIFY(!fakes.panel().mask().isEmpty());
+        fakes.ability.setTranslucencyAvailable(true);
+        QCOMPARE(corner(), 0);
+        QVERIFY(fakes.panel().mask().isEmpty());
+        QVERIFY(fakes.composer()->hasFocus());
+        QCOMPARE(fakes.composer()->text(), QStringLiteral("draft"));
+    }
+
+    void aCompositorThatComesAfterTheControllerHasGoneIsNoMatter()
+    {
+        FakePanelWindow ability;
+        {
+            StoreOnFakes fakes{TaskList{}};
+            const PanelController controller(fakes.store, fakes.clock, ability, {});
+        }
+        ability.setTranslucencyAvailable(true);
+    }
+
     void theLevelFollowsTheHardPinOnTheNextTurn()
     {
         using Pins = QList<FakePanelWindow::Pinned>;

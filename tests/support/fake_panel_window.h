@@ -19,11 +19,20 @@ public:
     {
         return Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
     }
-    [[nodiscard]] bool isTranslucencyAvailable() const override { return m_isTranslucencyAvailable; }
+    void watchTranslucency(std::function<void(bool)> listener) override
+    {
+        m_translucencyListener = std::move(listener);
+        setTranslucencyAvailable(m_isTranslucencyAvailable);
+    }
     void pin(QWindow &window, PanelLevel level) override { m_pinned.append({&window, level}); }
 
     void setAvailability(const Availability &availability) { m_availability = availability; }
-    void setTranslucencyAvailable(bool isAvailable) { m_isTranslucencyAvailable = isAvailable; }
+    void setTranslucencyAvailable(bool isAvailable)
+    {
+        m_isTranslucencyAvailable = isAvailable;
+        if (m_translucencyListener)
+            m_translucencyListener(isAvailable);
+    }
 
     struct Pinned
     {
@@ -39,6 +48,7 @@ public:
 private:
     Availability m_availability;
     bool m_isTranslucencyAvailable = true;
+    std::function<void(bool)> m_translucencyListener;
     QList<Pinned> m_pinned;
 };
 

@@ -60,7 +60,14 @@ public:
     }
     void moveToDesktop(uint32_t desktop) { send(atom("_NET_WM_DESKTOP"), desktop); }
 
-    xcb_atom_t atom(const char *name)
+    /// Becomes the owner of a selection; the server takes it back when this program ends.
+    void own(const char *selection) const
+    {
+        xcb_set_selection_owner(m_connection, m_window, atom(selection), XCB_CURRENT_TIME);
+        sync();
+    }
+
+    xcb_atom_t atom(const char *name) const
     {
         const auto cookie = xcb_intern_atom(m_connection, 0, uint16_t(qstrlen(name)), name);
         xcb_intern_atom_reply_t *reply = xcb_intern_atom_reply(m_connection, cookie, nullptr);
@@ -71,7 +78,7 @@ public:
 
 private:
     /// Waits until the server has done what was asked: what another connection asks it then comes after.
-    void sync()
+    void sync() const
     {
         std::free(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
     }

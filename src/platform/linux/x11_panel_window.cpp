@@ -15,11 +15,12 @@ constexpr uint32_t everyDesktop = 0xFFFFFFFF;
 } // namespace
 
 X11PanelWindow::X11PanelWindow()
-    : m_atoms(m_connection.atoms(
-          {"_NET_WM_CM_S" + QByteArray::number(m_connection.screen()), "_NET_SUPPORTED", "_NET_WM_DESKTOP",
-           "_NET_WM_STATE", "_NET_WM_STATE_ABOVE", "_NET_WM_STATE_STICKY", "_NET_WM_STATE_SKIP_TASKBAR",
-           "_NET_WM_STATE_SKIP_PAGER", "WM_STATE", "_NET_WM_USER_TIME", "_NET_WM_USER_TIME_WINDOW"}))
+    : m_atoms(m_connection.atoms({"_NET_SUPPORTED", "_NET_WM_DESKTOP", "_NET_WM_STATE", "_NET_WM_STATE_ABOVE",
+                                  "_NET_WM_STATE_STICKY", "_NET_WM_STATE_SKIP_TASKBAR",
+                                  "_NET_WM_STATE_SKIP_PAGER", "WM_STATE", "_NET_WM_USER_TIME",
+                                  "_NET_WM_USER_TIME_WINDOW"}))
     , m_surroundings(m_connection)
+    , m_compositor(m_connection)
 {
     constexpr auto settled = std::chrono::milliseconds(250);
     constexpr auto patience = std::chrono::milliseconds(500);
@@ -58,14 +59,6 @@ Availability X11PanelWindow::availability() const
 Qt::WindowFlags X11PanelWindow::flags() const
 {
     return Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
-}
-
-bool X11PanelWindow::isTranslucencyAvailable() const
-{
-    const auto cookie = xcb_get_selection_owner(m_connection, m_atoms[CompositorSelection]);
-    const X11Reply<xcb_get_selection_owner_reply_t> reply(
-        xcb_get_selection_owner_reply(m_connection, cookie, nullptr));
-    return reply && reply->owner != XCB_WINDOW_NONE;
 }
 
 void X11PanelWindow::pin(QWindow &window, PanelLevel level)

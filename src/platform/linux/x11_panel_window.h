@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/x11_compositor.h"
 #include "platform/linux/x11_surroundings.h"
 
 #include <QAbstractNativeEventFilter>
@@ -23,12 +24,14 @@ public:
 
     [[nodiscard]] Availability availability() const override;
     [[nodiscard]] Qt::WindowFlags flags() const override;
-    [[nodiscard]] bool isTranslucencyAvailable() const override;
+    void watchTranslucency(std::function<void(bool)> listener) override
+    {
+        m_compositor.watch(std::move(listener));
+    }
     void pin(QWindow &window, PanelLevel level) override;
 
 private:
     enum Atom {
-        CompositorSelection,
         Supported,
         Desktop,
         State,
@@ -62,6 +65,7 @@ private:
     const X11Connection m_connection;
     const std::vector<xcb_atom_t> m_atoms;
     const X11Surroundings m_surroundings;
+    X11Compositor m_compositor;
     QPointer<QWindow> m_window;
     PanelLevel m_level = PanelLevel::Floating;
     PanelStanding m_standing;

@@ -18,7 +18,11 @@ public:
     {
         return Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
     }
-    [[nodiscard]] bool isTranslucencyAvailable() const override { return false; }
+    void watchTranslucency(std::function<void(bool)> listener) override
+    {
+        if (listener)
+            listener(false);
+    }
     void pin(QWindow & /*window*/, PanelLevel /*level*/) override {}
 };
 
