@@ -8,6 +8,8 @@
 #include <QGuiApplication>
 #include <QScreen>
 
+#include <algorithm>
+
 namespace wrenfold {
 
 PanelController::PanelController(FocusStore &store, Clock &clock, PanelWindow &ability,
@@ -25,6 +27,7 @@ PanelController::PanelController(FocusStore &store, Clock &clock, PanelWindow &a
         m_view->setRoundedByPainting(isTranslucent);
     });
     centreOnScreen();
+    followScreens();
     const auto size = [this](bool) { followSize(); };
     m_subscriptions.push_back(m_store.isTodoListHidden.onChange(size));
     m_subscriptions.push_back(m_store.isQuadrantBoardVisible.onChange(size));
@@ -76,6 +79,28 @@ void PanelController::centreOnScreen()
     QRect frame = m_panel.frameGeometry();
     frame.moveCenter(QGuiApplication::primaryScreen()->availableGeometry().center());
     m_panel.move(frame.topLeft());
+}
+
+void PanelController::followScreens()
+{
+    const auto follow = [this](QScreen *screen) {
+        QObject::connect(screen, &QScreen::availableGeometryChanged, &m_panel, [this] { keepInSight(); });
+    };
+    const QList<QScreen *> screens = QGuiApplication::screens();
+    std::for_each(screens.begin(), screens.end(), follow);
+    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &m_panel, follow);
+    // Queued: the screen is still on its way out.
+    QObject::connect(
+        qGuiApp, &QGuiApplication::screenRemoved, &m_panel, [this] { keepInSight(); }, Qt::QueuedConnection);
+}
+
+void PanelController::keepInSight()
+{
+    QList<QRect> visibleFrames;
+    const QList<QScreen *> screens = QGuiApplication::screens();
+    for (const QScreen *screen : screens)
+        visibleFrames.append(screen->availableGeometry());
+    m_panel.move(keptInSight(visibleFrames, m_panel.geometry()).topLeft());
 }
 
 void PanelController::showAndPin()

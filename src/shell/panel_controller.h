@@ -39,6 +39,8 @@ public:
 
 private:
     void centreOnScreen();
+    void followScreens();
+    void keepInSight();
     void logShown() const;
     void resizePanel(bool isListHidden, bool isQuadrantBoardPresented);
     void followSize();

@@ -38,12 +38,19 @@ PanelGeometry resizedPanel(const PanelGeometry &current, const std::optional<QRe
     return resized;
 }
 
-QRect movedOnto(const QRect &visibleFrame, const QRect &frame)
+QRect keptInSight(const QList<QRect> &visibleFrames, const QRect &frame)
 {
-    const int x =
-        clamped(frame.left(), frame.width(), visibleFrame.left(), visibleFrame.left() + visibleFrame.width());
-    const int y =
-        clamped(frame.top(), frame.height(), visibleFrame.top(), visibleFrame.top() + visibleFrame.height());
+    const auto covered = [&frame](const QRect &visible) {
+        const QSize size = visible.intersected(frame).size();
+        return size.width() * size.height();
+    };
+    const auto most =
+        std::max_element(visibleFrames.begin(), visibleFrames.end(),
+                         [&covered](const QRect &a, const QRect &b) { return covered(a) < covered(b); });
+    if (most == visibleFrames.end())
+        return frame;
+    const int x = clamped(frame.left(), frame.width(), most->left(), most->left() + most->width());
+    const int y = clamped(frame.top(), frame.height(), most->top(), most->top() + most->height());
     return {QPoint(x, y), frame.size()};
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QList>
 #include <QRect>
 
 #include <optional>
@@ -30,7 +31,8 @@ inline constexpr int leastWidth = 344, leastHeight = 250, mostWidth = 760, mostH
                                          const std::optional<QRect> &visibleFrame, bool isListHidden,
                                          bool isQuadrantBoardPresented);
 
-/// The frame moved to where all of it can be seen, as far as it fits.
-[[nodiscard]] QRect movedOnto(const QRect &visibleFrame, const QRect &frame);
+/// The frame moved to where all of it can be seen, as far as it fits: on that one of the screens' visible frames of which
+/// it covers most, or else the first. Without screens it stays.
+[[nodiscard]] QRect keptInSight(const QList<QRect> &visibleFrames, const QRect &frame);
 
 } // namespace wrenfold

@@ -80,13 +80,33 @@ private Q_SLOTS:
         QCOMPARE(resizedPanel(panel, screen, false, false).frame, QRect(936, 100, 344, 500));
     }
 
-    void aPanelBesideEveryScreenIsMovedOntoOne()
+    void aPanelIsKeptInSightOnTheScreenWhereMostOfItIs_data()
     {
-        const QRect screen(0, 30, 1280, 770);
-        QCOMPARE(movedOnto(screen, QRect(2000, 900, 344, 500)), QRect(936, 300, 344, 500));
-        QCOMPARE(movedOnto(screen, QRect(-400, -400, 344, 500)), QRect(0, 30, 344, 500));
-        QCOMPARE(movedOnto(screen, QRect(100, 100, 344, 500)), QRect(100, 100, 344, 500));
-        QCOMPARE(movedOnto(QRect(0, 0, 300, 300), QRect(100, 100, 344, 500)), QRect(0, 0, 344, 500));
+        QTest::addColumn<QList<QRect>>("screens");
+        QTest::addColumn<QRect>("frame");
+        QTest::addColumn<QPoint>("place");
+        const QRect left(0, 30, 1280, 770);
+        const QRect right(1280, 0, 1024, 768);
+        const auto at = [](int x, int y) { return QRect(x, y, 344, 500); };
+        QTest::newRow("in sight") << QList<QRect>{left} << at(100, 100) << QPoint(100, 100);
+        QTest::newRow("below and right of it") << QList<QRect>{left} << at(2000, 900) << QPoint(936, 300);
+        QTest::newRow("above and left of it") << QList<QRect>{left} << at(-400, -400) << QPoint(0, 30);
+        QTest::newRow("a screen too small") << QList<QRect>{{0, 0, 300, 300}} << at(100, 100) << QPoint(0, 0);
+        QTest::newRow("on the second screen")
+            << QList<QRect>{left, right} << at(1500, 50) << QPoint(1500, 50);
+        QTest::newRow("mostly on the first") << QList<QRect>{left, right} << at(1000, 50) << QPoint(936, 50);
+        QTest::newRow("mostly on the second")
+            << QList<QRect>{left, right} << at(1200, 50) << QPoint(1280, 50);
+        QTest::newRow("the second is gone") << QList<QRect>{left} << at(1500, 50) << QPoint(936, 50);
+        QTest::newRow("on none of them") << QList<QRect>{left, right} << at(5000, 50) << QPoint(936, 50);
+        QTest::newRow("no screen") << QList<QRect>{} << at(5000, 50) << QPoint(5000, 50);
+    }
+    void aPanelIsKeptInSightOnTheScreenWhereMostOfItIs()
+    {
+        QFETCH(QList<QRect>, screens);
+        QFETCH(QRect, frame);
+        QFETCH(QPoint, place);
+        QCOMPARE(keptInSight(screens, frame), QRect(place, frame.size()));
     }
 };
 
