@@ -2,6 +2,7 @@
 #include "look/text_field.h"
 #include "shell/panel_controller.h"
 #include "support/fake_panel_window.h"
+#include "support/log_capture.h"
 #include "support/test_case.h"
 #include "views/focus_panel_view.h"
 #include "views/menu_probes.h"
@@ -136,6 +137,18 @@ private Q_SLOTS:
         QCOMPARE(fakes.panel().geometry(), QRect(place, QSize(344, 500)));
     }
 
+    void aWidePanelThatWasMovedGoesBackToWhereItWasOpened()
+    {
+        ControllerOnFakes fakes;
+        fakes.show();
+        fakes.panel().move(60, 100);
+        fakes.fakes.store.isQuadrantBoardVisible.set(true);
+        QCOMPARE(fakes.panel().geometry(), QRect(60, 100, 716, 500));
+        fakes.panel().move(20, 150);
+        fakes.fakes.store.isQuadrantBoardVisible.set(false);
+        QCOMPARE(fakes.panel().geometry(), QRect(60, 150, 344, 500));
+    }
+
     void whatIsSavedAsFoldedStartsFolded()
     {
         SavedState state;
@@ -160,6 +173,18 @@ private Q_SLOTS:
         fakes.show();
         QVERIFY(!isClickThrough());
         QVERIFY(!fakes.fakes.store.isGhostMode.value());
+    }
+
+    void leavingGhostModeIsLoggedOnceAndNotAtAllWhenItIsOff()
+    {
+        StoreOnFakes fakes{TaskList{}};
+        LogCapture log;
+        fakes.store.exitGhostMode();
+        QCOMPARE(log.take(), QStringList());
+        fakes.store.isGhostMode.set(true);
+        fakes.store.exitGhostMode();
+        fakes.store.exitGhostMode();
+        QCOMPARE(log.take(), QStringList{QStringLiteral("info ui: exited ghost mode")});
     }
 
     void comingIntoSightLeavesGhostModeAndTheFocusWhereItIs()

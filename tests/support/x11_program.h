@@ -6,6 +6,7 @@
 
 #include <xcb/xcb.h>
 
+#include <array>
 #include <cstdlib>
 
 namespace wrenfold {
@@ -20,9 +21,10 @@ public:
         , m_screen(xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data)
         , m_window(xcb_generate_id(m_connection))
     {
+        const std::array<uint32_t, 2> attributes = {m_screen->white_pixel, XCB_EVENT_MASK_BUTTON_PRESS};
         xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, m_window, m_screen->root, 0, 0, 300, 200, 0,
-                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL,
-                          &m_screen->white_pixel);
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                          XCB_CW_BACK_PIXEL | XCB_CW_EVENT_MASK, attributes.data());
         if (!windowClass.isEmpty())
             setClass(windowClass);
         xcb_map_window(m_connection, m_window);
@@ -59,6 +61,17 @@ public:
         send(atom("_NET_WM_STATE"), isFullScreen ? 1 : 0, atom("_NET_WM_STATE_FULLSCREEN"));
     }
     void moveToDesktop(uint32_t desktop) { send(atom("_NET_WM_DESKTOP"), desktop); }
+
+    /// How often a pointer's button was pressed in the window.
+    int presses()
+    {
+        sync();
+        while (xcb_generic_event_t *event = xcb_poll_for_event(m_connection)) {
+            m_presses += (event->response_type & 0x7f) == XCB_BUTTON_PRESS ? 1 : 0;
+            std::free(event);
+        }
+        return m_presses;
+    }
 
     /// Becomes the owner of a selection; the server takes it back when this program ends.
     void own(const char *selection) const
@@ -106,6 +119,7 @@ private:
     xcb_connection_t *m_connection;
     const xcb_screen_t *m_screen;
     const xcb_window_t m_window;
+    int m_presses = 0;
 };
 
 } // namespace wrenfold
