@@ -182,6 +182,7 @@ void X11PanelWindow::showUnmanaged()
     xcb_configure_window(m_connection, id(), XCB_CONFIG_WINDOW_STACK_MODE, &above);
     xcb_map_window(m_connection, id());
     xcb_flush(m_connection);
+    m_judgement.start(); // What has happened meanwhile was not looked at.
 }
 
 void X11PanelWindow::returnToManager()
