@@ -112,6 +112,10 @@ void TextField::keyPressEvent(QKeyEvent *event)
 {
     wakeCaret();
     m_caretTimer.start();
+    const bool isEnd =
+        event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Escape;
+    if (m_isComposing && isEnd)
+        return;
     const bool isRedoKey = isRedo(*event);
     if ((isRedoKey || isUndo(*event)) && !hasUncommittedText()) {
         event->ignore();

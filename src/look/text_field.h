@@ -26,6 +26,8 @@ public:
     void setCommittedText(const QString &text);
     /// Declares the present text as kept elsewhere.
     void commit();
+    /// Whether an input method is composing. Return and Escape are its own then, and do nothing else.
+    [[nodiscard]] bool isComposing() const { return m_isComposing; }
     /// Whether the text differs from the committed one, or an input method is composing.
     [[nodiscard]] bool hasUncommittedText() const;
 

@@ -196,8 +196,8 @@ public:
     void approveInboxItem(const InboxItem &item, bool makeActive);
     void approveAllInboxItems();
     void dismissAllInboxItems();
-    void removeInboxFile(
-        const InboxItem &item); ///< A file that cannot be removed comes back with the next reload.
+    /// A file that cannot be removed comes back with the next reload.
+    void removeInboxFile(const InboxItem &item);
 
     // --- Blocked applications: guard/focus_store_guard.cpp -------------------------------------------------
     /// The application of a desktop entry; of any other file, one named after the file. Does nothing if it is blocked
@@ -255,8 +255,8 @@ private:
     const bool m_isPersistenceEnabled;
     bool m_isRestoringState = false;
     bool m_isSaveFailing = false;
-    bool m_mustKeepDocumentAside =
-        false; ///< The stored document was not understood; the next save must not lose it.
+    /// The stored document was not understood; the next save must not lose it.
+    bool m_mustKeepDocumentAside = false;
     TaskHistory m_history;
     std::optional<TaskSnapshot> m_reorderStartSnapshot; ///< Present while a drag is under way.
     std::vector<std::function<void()>> m_waitingForReorderEnd;
@@ -264,9 +264,10 @@ private:
     std::unique_ptr<ScheduledCall> m_pendingUndoClearCall;
     QSet<qint64> m_firedSprintMilestones;   ///< In this work phase, by the seconds left.
     std::unique_ptr<ScheduledCall> m_timer; ///< Present exactly while the timer runs.
-    std::unique_ptr<QObject> m_answersOwner; ///< Answers and queued calls that come after it has gone reach nobody.
-    QSet<QString> m_knownInboxIDs;          ///< Of the candidates that were there at the last reload.
-    QList<InboxItem> m_unsavedApprovals;    ///< Their tasks are not on disk yet, their files still are.
+    std::unique_ptr<QObject>
+        m_answersOwner;            ///< Answers and queued calls that come after it has gone reach nobody.
+    QSet<QString> m_knownInboxIDs; ///< Of the candidates that were there at the last reload.
+    QList<InboxItem> m_unsavedApprovals; ///< Their tasks are not on disk yet, their files still are.
     // Shared only in that they can be let go of where their types are not known.
     std::shared_ptr<InboxReader> m_inboxReader;
     std::shared_ptr<InboxWatcher> m_inboxWatcher; ///< Null if the inbox is not monitored.

@@ -82,7 +82,7 @@ void EditableLabel::closeByKey(bool isCommitted)
 
 bool EditableLabel::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == m_field && event->type() == QEvent::KeyPress) {
+    if (watched == m_field && event->type() == QEvent::KeyPress && !m_field->isComposing()) {
         // Taken here: a Return that went on would act on the row around.
         const int key = static_cast<QKeyEvent *>(event)->key();
         if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape) {

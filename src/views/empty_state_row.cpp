@@ -22,7 +22,6 @@ EmptyStateRow::EmptyStateRow(QWidget *parent)
     , m_title(new TextLabel({}, this))
     , m_hint(new TextLabel({}, this))
 {
-    setFocusPolicy(Qt::NoFocus);
     m_title->setFont(Fonts::body());
     m_title->setColor(&Theme::secondaryInk);
     m_hint->setFont(Fonts::small());

@@ -33,9 +33,6 @@ FocusPanelView::FocusPanelView(FocusStore &store, Clock &clock, const Actions &a
                     },
                     [this](const QUrl &link) { m_actions.openLink(link); }})
 {
-    // Takes the focus itself, so that at first no field has the caret and a click beside a field ends its
-    // editing.
-    setFocusPolicy(Qt::ClickFocus);
     // Made in the order of the Tab key: typing is wanted most.
     m_composer = new TodoComposer(this);
     m_list = new RowListView(
@@ -121,7 +118,7 @@ void FocusPanelView::subscribe()
     m_subscriptions.push_back(m_store.isQuadrantBoardVisible.onChange(rows));
     m_subscriptions.push_back(m_store.isTodoListHidden.watch([this](bool isHidden) {
         m_header->setListHidden(isHidden);
-        m_list->setVisible(!isHidden);
+        placeChildren();
         if (isHidden)
             m_store.endAddSubtask(); // What is typed elsewhere must not go where nobody sees it.
     }));
@@ -159,6 +156,10 @@ void FocusPanelView::beginAddSubtask(const TaskItem &task)
 {
     m_store.isTodoListHidden.set(false); // The field for it stands in the list.
     m_store.beginAddSubtask(task);
+    const std::optional<QUuid> parentID = m_store.subtaskComposerParentID.value();
+    const TaskItem *parent = parentID ? findTask(m_store.tasks.value(), *parentID) : nullptr;
+    if (parent && parent->isDone)
+        m_store.isCompletedSectionExpanded.set(true);
     flushRowsUpdate();
     // The caret goes into one that is open already too, of which nothing is announced.
     if (m_shownComposerParentID && m_shownComposerParentID == m_store.subtaskComposerParentID.value())
@@ -262,6 +263,11 @@ void FocusPanelView::contextMenuEvent(QContextMenuEvent *event)
     m_actions.showAppMenu(event->globalPos());
 }
 
+void FocusPanelView::mousePressEvent(QMouseEvent *)
+{
+    setFocus(Qt::MouseFocusReason); // A click beside a field ends its editing; one on a button does not.
+}
+
 void FocusPanelView::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
@@ -293,6 +299,8 @@ void FocusPanelView::placeChildren()
     m_composer->setGeometry(left, top, contentWidth, m_composer->height());
     top += m_composer->height() + Metrics::sectionSpacing;
     const int bottom = height() - Metrics::statusHeight;
+    // Where not one row has room, the Tab key must not lead to rows that nobody sees.
+    m_list->setVisible(!m_store.isTodoListHidden.value() && bottom - top >= Metrics::rowHeight);
     m_statusLine->setGeometry(left, bottom, contentWidth, Metrics::statusHeight);
     m_drag->setMainPaneFrame(QRect(paneLeft, 0, paneWidth, height()));
     m_list->setGeometry(left, top, contentWidth + Metrics::listMargin, bottom - top);

@@ -90,7 +90,11 @@ PanelRowWidget *PanelRowFactory::makeTaskRow(QWidget *parent) const
          thenUpdate([this](const TaskItem &task) { m_store.splitTaskWithLLM(task); }),
          [this](const TaskItem &task, TaskQuadrant quadrant) { m_store.deferTask(task, quadrant); },
          thenUpdate([this](const TaskItem &task) { m_store.deleteTask(task); }),
-         thenUpdate([this](const TaskItem &task, int step) { moveBy(task, step); })},
+         [this](const TaskItem &task, int step) {
+             moveBy(task, step);
+             m_actions.updateRows();
+             m_actions.focusTask(task); // Where it is in sight.
+         }},
         parent);
 }
 

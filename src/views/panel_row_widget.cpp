@@ -18,8 +18,9 @@ PanelRowWidget::PanelRowWidget(QWidget *parent)
     : QWidget(parent)
 {
     installRowAccessibility();
-    // Rows are reached with the arrow keys; the list as a whole is one stop of the Tab key.
-    setFocusPolicy(Qt::ClickFocus);
+    // Rows are reached with the arrow keys; the list as a whole is one stop of the Tab key. Not by Qt's ClickFocus
+    // either: that would come from the buttons inside as well, and take the caret from where the user types.
+    setFocusPolicy(Qt::NoFocus);
     setAttribute(Qt::WA_Hover);
 }
 
@@ -105,9 +106,19 @@ void PanelRowWidget::keyPressEvent(QKeyEvent *event)
     event->setAccepted(isHandled);
 }
 
+void PanelRowWidget::hideEvent(QHideEvent *event)
+{
+    QWidget::hideEvent(event);
+    // Put away under the pointer, it hears of no leaving when a button is held.
+    m_isHovered = false;
+    engagementChanged();
+}
+
 void PanelRowWidget::mousePressEvent(QMouseEvent *)
 {
     // Taken here, so that a press on a row is not one on what lies behind it.
+    if (m_row.takesFocus())
+        setFocus(Qt::MouseFocusReason);
 }
 
 void PanelRowWidget::paintEvent(QPaintEvent *)

@@ -24,7 +24,7 @@ public:
             if (task.parentID)
                 m_children[*task.parentID].append(&task);
             else if (task.isDeferred && !task.isDone)
-                m_deferredParents.insert(task.id, true);
+                m_deferredParents.insert(task.id);
             if (task.isTopLevel() && task.isOpen())
                 m_openParents.insert(task.id);
             if (task.isTopLevel() && task.isDone)
@@ -155,6 +155,8 @@ private:
             addTaskRow(rowKind, *task).childCount = waitingChildCount(*task);
             if (rowKind == PanelRow::Kind::CompletedTask)
                 addSubtaskRows(*task, [](const TaskItem &child) { return child.isOpen(); });
+            if (rowKind == PanelRow::Kind::CompletedTask && m_input.subtaskComposerParentID == task->id)
+                addTaskRow(PanelRow::Kind::SubtaskComposer, *task);
         }
     }
 
@@ -199,7 +201,7 @@ private:
 
     const PanelRowsInput &m_input;
     QHash<QUuid, QList<const TaskItem *>> m_children;
-    QHash<QUuid, bool> m_deferredParents;
+    QSet<QUuid> m_deferredParents;
     QSet<QUuid> m_openParents;
     QSet<QUuid> m_doneParents;
     QList<PanelRow> m_rows;

@@ -64,8 +64,6 @@ void QuadrantBoardCell::setRows(const QList<PanelRow> &rows)
 {
     m_count->setText(QString::number(rows.size()));
     m_list->setRows(rows);
-    // The Tab key passes over a list without anything in it.
-    m_list->setFocusPolicy(rows.isEmpty() ? Qt::NoFocus : Qt::StrongFocus);
     placeChildren();
 }
 

@@ -24,6 +24,7 @@ public:
     {
         QAccessible::State state = QAccessibleWidget::state();
         const PanelRow &row = m_widget->row();
+        state.focusable = row.takesFocus();
         if (row.canExpand()) {
             state.expandable = true;
             state.expanded = row.isExpanded;

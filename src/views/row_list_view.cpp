@@ -24,7 +24,7 @@ RowListView::RowListView(RowFactory factory, QWidget *parent)
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setFocusPolicy(Qt::StrongFocus);
+    setFocusPolicy(Qt::NoFocus);
     viewport()->setAutoFillBackground(false);
     verticalScrollBar()->setSingleStep(Metrics::rowHeight);
     m_overlayBar = new OverlayScrollBar(verticalScrollBar(), this);
@@ -54,6 +54,8 @@ void RowListView::setRows(QList<PanelRow> rows)
     for (const PanelRow &row : std::as_const(m_rows))
         m_tops.append(m_tops.last() + row.height());
 
+    // The Tab key passes over a list in which nothing takes the focus.
+    setFocusPolicy(focusableFrom(0, 1) < 0 ? Qt::NoFocus : Qt::TabFocus);
     updateScrollRange();
     if (focusedBefore >= 0 && indexOf(m_lastFocused) < 0) {
         qsizetype successor = focusableFrom(std::min(focusedBefore, m_rows.size() - 1), 1);
@@ -135,6 +137,10 @@ bool RowListView::focusNextPrevChild(bool next)
 
 void RowListView::keyPressEvent(QKeyEvent *event)
 {
+    if ((event->modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier) {
+        event->ignore();
+        return;
+    }
     const qsizetype current = focusedIndex();
     const int page = viewport()->height();
     qsizetype target = -1;
@@ -209,7 +215,11 @@ void RowListView::placeRows()
 
     const QList<PanelRow::Identity> shown = m_shown.keys();
     for (const PanelRow::Identity &identity : shown) {
-        if (!wanted.contains(identity))
+        // The one that is dragged too: Qt forgets the press on a widget that is hidden, and its release with it.
+        const bool isHeld = m_shown.value(identity)->row().isDragging && indexOf(identity) >= 0;
+        if (isHeld)
+            placeRow(indexOf(identity));
+        else if (!wanted.contains(identity))
             retire(identity);
     }
     for (qsizetype i = first; i >= 0 && i <= last; ++i)

@@ -43,7 +43,6 @@ void SectionHeaderRow::rowChanged(const PanelRow &)
     const QString text = headerText(row());
     setAccessibleName(text);
     m_text->setText(text);
-    setFocusPolicy(row().takesFocus() ? Qt::ClickFocus : Qt::NoFocus);
     if (row().kind == PanelRow::Kind::CompletedHeader && !m_clear) {
         m_clear = new IconButton(QStringLiteral("trash"),
                                  QStringLiteral("完了済みのタスクをまとめて削除（元に戻せます）"), this);

@@ -10,6 +10,7 @@
 #include "views/task_reorder.h"
 #include "views/task_row.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -45,6 +46,8 @@ TaskDrag::TaskDrag(FocusStore &store, Clock &clock, RowListView &list, QuadrantB
     , m_panel(panel)
 {
     qApp->installEventFilter(this);
+    // The wheel, too, moves the list under the pointer.
+    connect(m_list.verticalScrollBar(), &QScrollBar::valueChanged, this, &TaskDrag::update);
 }
 
 bool TaskDrag::eventFilter(QObject *watched, QEvent *event)
@@ -56,7 +59,10 @@ bool TaskDrag::eventFilter(QObject *watched, QEvent *event)
     switch (event->type()) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
-        return isPressed || press(*widget, *static_cast<QMouseEvent *>(event));
+        if (isPressed && static_cast<QMouseEvent *>(event)->button() != Qt::LeftButton)
+            return true;
+        releaseUnseen();
+        return press(*widget, *static_cast<QMouseEvent *>(event));
     case QEvent::MouseMove:
         if (isPressed)
             follow(*static_cast<QMouseEvent *>(event));
@@ -64,6 +70,8 @@ bool TaskDrag::eventFilter(QObject *watched, QEvent *event)
     case QEvent::MouseButtonRelease:
         if (isPressed && static_cast<QMouseEvent *>(event)->button() == Qt::LeftButton)
             release();
+        return isPressed;
+    case QEvent::ContextMenu:
         return isPressed;
     case QEvent::ShortcutOverride:
         if (!m_draggingTaskID)
@@ -97,7 +105,7 @@ bool TaskDrag::press(QWidget &widget, const QMouseEvent &event)
     if (!isHandle && !isKeyHeld)
         return false;
     m_pressedTaskID = row->row().task.id;
-    m_pressedHandle = isHandle ? &widget : nullptr;
+    m_pressed = &widget;
     m_pressPosition = m_pointer = event.globalPosition().toPoint();
     m_grabbedAt = row->mapFromGlobal(m_pressPosition);
     return true;
@@ -105,9 +113,12 @@ bool TaskDrag::press(QWidget &widget, const QMouseEvent &event)
 
 void TaskDrag::follow(const QMouseEvent &event)
 {
-    // Let go where nobody told us, as when another program took the pointer.
-    if (!(event.buttons() & Qt::LeftButton))
-        return release();
+    if (!(event.buttons() & Qt::LeftButton)) {
+        // Qt says by itself that the pointer is over something new when a widget goes, and knows no buttons then.
+        if (!event.spontaneous())
+            return;
+        return releaseUnseen();
+    }
     m_pointer = event.globalPosition().toPoint();
     const int distance = (m_pointer - m_pressPosition).manhattanLength();
     if (!m_draggingTaskID && distance >= QApplication::startDragDistance())
@@ -127,6 +138,7 @@ void TaskDrag::begin()
     }
     m_draggingTaskID = m_pressedTaskID;
     m_paneAtStart = mainPaneOnScreen();
+    m_heightAtStart = m_pressPosition.y();
     m_preview = new DraggingTaskPreview(*task, &m_panel);
     m_preview->resize(frame->size());
     m_preview->show();
@@ -138,6 +150,8 @@ void TaskDrag::begin()
 
 void TaskDrag::update()
 {
+    if (!m_draggingTaskID)
+        return;
     const QPoint position = m_panel.mapFromGlobal(m_pointer);
     m_preview->move(position - m_grabbedAt);
     m_preview->raise();
@@ -156,7 +170,8 @@ void TaskDrag::update()
         m_store.moveTask(*m_draggingTaskID, move->targetID, move->placeAfter);
         Q_EMIT changed();
     }
-    updateScrolling();
+    if (m_draggingTaskID) // The list may have lost the task meanwhile.
+        updateScrolling();
 }
 
 QRect TaskDrag::mainPaneOnScreen() const
@@ -164,22 +179,30 @@ QRect TaskDrag::mainPaneOnScreen() const
     return {m_panel.mapToGlobal(m_mainPaneFrame.topLeft()), m_mainPaneFrame.size()};
 }
 
-bool TaskDrag::isPointerInList() const
+bool TaskDrag::isPointerInList()
 {
-    // Above and below the panel too, so that a pointer that goes too far still moves the task to an end. And where the
-    // list was when the board opened: near the edge of the screen it gives way, and the pointer has not left it.
+    // Above and below the panel too, so that a pointer that goes too far still moves the task to an end.
     const auto isAcross = [this](const QRect &pane) {
         return m_pointer.x() >= pane.left() && m_pointer.x() <= pane.right();
     };
-    return isAcross(mainPaneOnScreen()) || isAcross(m_paneAtStart);
+    const bool isInPane = isAcross(mainPaneOnScreen());
+    // Near the edge of the screen the list gives way to the board; where it was, the pointer has not left it.
+    if (m_paneAtStart && (isInPane || !isAcross(*m_paneAtStart)))
+        m_paneAtStart.reset();
+    return isInPane || m_paneAtStart;
 }
 
-int TaskDrag::scrollStep() const
+int TaskDrag::scrollStep()
 {
     const QScrollBar &bar = *m_list.verticalScrollBar();
     const int y = m_list.viewport()->mapFromGlobal(m_pointer).y();
     const int step = autoScrollStep(y, m_list.viewport()->height());
-    return std::clamp(bar.value() + step, bar.minimum(), bar.maximum()) - bar.value();
+    if (step == 0)
+        m_heightAtStart.reset();
+    // A panel that got lower when the board opened may have left the pointer beyond its edge.
+    const bool isUnmeant =
+        m_heightAtStart && (step < 0 ? m_pointer.y() >= *m_heightAtStart : m_pointer.y() <= *m_heightAtStart);
+    return isUnmeant ? 0 : std::clamp(bar.value() + step, bar.minimum(), bar.maximum()) - bar.value();
 }
 
 void TaskDrag::updateScrolling()
@@ -189,23 +212,32 @@ void TaskDrag::updateScrolling()
         m_scrolling.reset();
     } else if (!m_scrolling) {
         m_scrolling = m_clock.every(tick, [this] {
-            m_list.verticalScrollBar()->setValue(m_list.verticalScrollBar()->value() + scrollStep());
-            update();
+            QScrollBar &bar = *m_list.verticalScrollBar();
+            bar.setValue(bar.value() + scrollStep());
         });
     }
+}
+
+/// Let go where nobody told us, as when another program took the pointer.
+void TaskDrag::releaseUnseen()
+{
+    m_pressed = nullptr;
+    if (m_pressedTaskID)
+        release();
 }
 
 void TaskDrag::release()
 {
     if (!m_draggingTaskID) {
         m_pressedTaskID.reset();
-        if (TaskRow *row = rowAround(m_pressedHandle))
-            row->openMenu(m_pointer);
+        // It was a click, then.
+        if (auto *button = qobject_cast<QAbstractButton *>(m_pressed))
+            button->click();
         return;
     }
     if (m_targetedQuadrant) {
-        m_store
-            .cancelTaskReorder(); // When it comes back into the list, then not to where it was dragged over.
+        // When it comes back into the list, then not to where it was dragged over.
+        m_store.cancelTaskReorder();
         if (const TaskItem *task = findTask(m_store.tasks.value(), *m_draggingTaskID))
             m_store.deferTask(TaskItem(*task), *m_targetedQuadrant);
     }

@@ -59,10 +59,11 @@ private:
     void begin();
     void update();
     void updateScrolling();
-    [[nodiscard]] int scrollStep() const;
+    [[nodiscard]] int scrollStep();
     [[nodiscard]] QRect mainPaneOnScreen() const;
-    [[nodiscard]] bool isPointerInList() const;
+    [[nodiscard]] bool isPointerInList();
     void release();
+    void releaseUnseen();
     void end();
 
     FocusStore &m_store;
@@ -73,11 +74,13 @@ private:
     QRect m_mainPaneFrame;
 
     std::optional<QUuid> m_pressedTaskID; ///< From the press on; none when nothing is pressed.
-    QPointer<QWidget> m_pressedHandle;
+    QPointer<QWidget> m_pressed;
     QPoint m_pressPosition; ///< Of the screen.
     QPoint m_pointer;       ///< Of the screen.
     QPoint m_grabbedAt;     ///< Where the row was taken hold of.
-    QRect m_paneAtStart;    ///< Of the screen.
+    std::optional<QRect>
+        m_paneAtStart; ///< Of the screen; until the pointer has left it, or is in the list again.
+    std::optional<int> m_heightAtStart; ///< Where it was pressed; until the pointer is away from the edges.
 
     std::optional<QUuid> m_draggingTaskID;
     std::optional<TaskQuadrant> m_targetedQuadrant;

@@ -139,8 +139,8 @@ void TaskRow::engagementChanged()
 
 void TaskRow::updateHandle()
 {
-    const bool isShown =
-        row().task.isTopLevel() && row().task.isOpen() && (isEngaged() || row().isReorderHinted);
+    const bool isShown = row().task.isTopLevel() && row().task.isOpen() &&
+                         (isEngaged() || row().isReorderHinted || row().isDragging);
     if (!m_handle && !isShown)
         return;
     if (!m_handle) {
@@ -238,7 +238,8 @@ void TaskRow::keyPressEvent(QKeyEvent *event)
 {
     const bool isUp = event->key() == Qt::Key_Up;
     const bool isArrow = isUp || event->key() == Qt::Key_Down;
-    const bool isMove = isArrow && (event->modifiers() & ~Qt::KeypadModifier) == Qt::AltModifier;
+    const bool isMove =
+        isArrow && showsFocusRing() && (event->modifiers() & ~Qt::KeypadModifier) == Qt::AltModifier;
     if (!isMove)
         return PanelRowWidget::keyPressEvent(event);
     if (!row().isSubtask)

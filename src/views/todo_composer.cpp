@@ -27,7 +27,7 @@ bool TodoComposer::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_field && event->type() == QEvent::FocusIn)
         Q_EMIT focused();
-    if (watched == m_field && event->type() == QEvent::KeyPress) {
+    if (watched == m_field && event->type() == QEvent::KeyPress && !m_field->isComposing()) {
         const auto *key = static_cast<QKeyEvent *>(event);
         if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
             submit(key->modifiers() & Qt::ControlModifier);

@@ -67,9 +67,26 @@ struct DragInPanel
         press(middleOf(*buttonNamed(*panel.row(title), handleHelp())));
     }
     void pull(const QPoint &to) { movePointer(to); }
+    /// Also to where the window is not.
+    void pullBeyond(const QPoint &to)
+    {
+        place = to;
+        QMouseEvent move(QEvent::MouseMove, to, panel.window.mapToGlobal(QPointF(to)), Qt::NoButton,
+                         Qt::LeftButton, {});
+        QCoreApplication::sendEvent(panel.view, &move);
+        QCoreApplication::processEvents();
+    }
     /// To where a small way into the upper or the lower half of the row is.
     void pullAbove(const QString &title) { pull(middleOf(title) - QPoint(0, 8)); }
     void pullBelow(const QString &title) { pull(middleOf(title) + QPoint(0, 8)); }
+    /// The pointer is seen to move without its button, which was let go where nobody told us.
+    void moveReleased()
+    {
+        QMouseEvent move(QEvent::MouseMove, place, panel.window.mapToGlobal(QPointF(place)), Qt::NoButton,
+                         Qt::NoButton, {});
+        QSpontaneKeyEvent::setSpontaneous(&move);
+        qApp->notify(panel.view, &move); // sendEvent() would say that it came from us.
+    }
     void letGo()
     {
         QTest::mouseRelease(panel.window.windowHandle(), Qt::LeftButton, {}, place);

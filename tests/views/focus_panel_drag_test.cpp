@@ -157,6 +157,65 @@ private Q_SLOTS:
         drag.letGo();
     }
 
+    void aClickWithTheKeyHeldIsAClick()
+    {
+        DragInPanel drag(numberedTasks(3));
+        QVERIFY(drag.panel.show());
+        drag.movePointer(drag.middleOf(QStringLiteral("2")));
+        drag.press(drag.middleOf(*drag.panel.row(QStringLiteral("2"))->findChild<CheckCircle *>()),
+                   Qt::ControlModifier);
+        drag.letGo();
+        QVERIFY(drag.panel.fakes.task(QStringLiteral("2")).isDone);
+    }
+
+    void theBlockFollowsTheWheel()
+    {
+        DragInPanel drag(numberedTasks(40));
+        QVERIFY(drag.panel.show());
+        drag.pressHandle(QStringLiteral("1"));
+        drag.pull(drag.place + QPoint(0, 70));
+        drag.list().verticalScrollBar()->setValue(320);
+        drag.letGo();
+        QVERIFY(!drag.isUnderWay());
+        QCOMPARE(drag.store().tasks.value().at(12).title, QStringLiteral("1"));
+    }
+
+    void aPanelThatGetsLowerDoesNotScrollAwayFromThePointer()
+    {
+        DragInPanel drag(numberedTasks(40));
+        drag.panel.window.resize(344, 760);
+        drag.panel.view->setGeometry(drag.panel.window.rect());
+        QVERIFY(drag.panel.show());
+        drag.pressHandle(QStringLiteral("13"));
+        const QPoint pressed = drag.place;
+        // As high as it always is with the board, so that the pointer is below it.
+        const Subscription lower = drag.store().isQuadrantDropActive.onChange([&drag](bool) {
+            drag.panel.window.resize(716, 500);
+            drag.panel.view->setGeometry(drag.panel.window.rect());
+        });
+        drag.pull(pressed - QPoint(0, 14));
+        drag.panel.fakes.clock.advance(1s);
+        QCOMPARE(drag.list().verticalScrollBar()->value(), 0);
+        drag.pullBeyond(pressed + QPoint(0, 10));
+        drag.panel.fakes.clock.advance(1s);
+        QVERIFY(drag.list().verticalScrollBar()->value() > 0);
+        drag.panel.press(Qt::Key_Escape);
+    }
+
+    void noMenuOpensDuringADrag()
+    {
+        DragInPanel drag(numberedTasks(3));
+        QVERIFY(drag.panel.show());
+        drag.pressHandle(QStringLiteral("1"));
+        drag.pullBelow(QStringLiteral("2"));
+        QVERIFY(!openMenu(*drag.panel.row(QStringLiteral("3"))));
+        QVERIFY(drag.isUnderWay());
+        drag.letGo();
+        QMenu *menu = openMenu(*drag.panel.row(QStringLiteral("3")));
+        QVERIFY(menu);
+        menu->close();
+    }
+
     void thePreviewFollowsThePointerAndTheRowIsFaint()
     {
         DragInPanel drag(numberedTasks(3));
@@ -204,16 +263,24 @@ private Q_SLOTS:
         QVERIFY(drag.panel.show());
         drag.pressHandle(QStringLiteral("1"));
         const QPoint pressed = drag.panel.window.mapToGlobal(drag.place);
+        // The wide panel ends at the edge of the screen, and with it the list; the pointer is over the board then.
+        const Subscription widen = drag.store().isQuadrantDropActive.onChange([&drag](bool isActive) {
+            if (!isActive)
+                return;
+            drag.panel.view->setBoardLeftOfList(true);
+            drag.panel.window.setGeometry(400 - 314, 100, 716, 500);
+            drag.panel.view->setGeometry(drag.panel.window.rect());
+        });
         drag.pull(drag.place + QPoint(0, 12));
-        // The wide panel ends at the edge of the screen, and with it the list; the pointer is over the board now.
-        drag.panel.view->setBoardLeftOfList(true);
-        drag.panel.window.move(400 - 314, 100);
-        drag.makeRoomForBoard();
         drag.pull(drag.panel.window.mapFromGlobal(pressed + QPoint(0, 40)));
         QVERIFY(drag.board().quadrantAt(drag.board().mapFrom(&drag.panel.window, drag.place)));
         QVERIFY(!labelSaying(drag.board(), QStringLiteral("ここへドロップ")));
         QCOMPARE(drag.titles(), QStringLiteral("2 1 3"));
         drag.pull(drag.cell(TaskQuadrant::urgentImportant));
+        QVERIFY(labelSaying(drag.board(), QStringLiteral("ここへドロップ")));
+        // Now that it has been left, every cell can be hit, also one where the list was.
+        drag.pull(drag.cell(TaskQuadrant::notUrgentNotImportant));
+        drag.pull(drag.panel.window.mapFromGlobal(pressed + QPoint(0, 40)));
         QVERIFY(labelSaying(drag.board(), QStringLiteral("ここへドロップ")));
         drag.letGo();
         QVERIFY(drag.panel.fakes.task(QStringLiteral("1")).isDeferred);

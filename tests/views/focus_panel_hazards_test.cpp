@@ -14,6 +14,7 @@ using Kind = PanelRow::Kind;
 
 const QString a = QStringLiteral("a");
 const QString b = QStringLiteral("b");
+const QString c = QStringLiteral("c");
 
 void focusRow(PanelInWindow &panel, const QString &title)
 {
@@ -131,6 +132,43 @@ private Q_SLOTS:
         QVERIFY(panel.row(a, Kind::CompletedTask)->y() < panel.row(b)->y());
         QVERIFY(panel.clickIn(panel.row(b), QStringLiteral("完了")));
         QVERIFY(panel.fakes.task(b).isDone);
+    }
+
+    void whileAnInputMethodComposesReturnAndEscapeAreItsOwn()
+    {
+        PanelInWindow panel({madeTask(a)});
+        QVERIFY(panel.show());
+        const auto compose = [](QWidget *field, const QString &text) {
+            QInputMethodEvent event(text, {});
+            QCoreApplication::sendEvent(field, &event);
+        };
+        panel.composer()->setFocus(Qt::TabFocusReason);
+        type(panel.composer(), b);
+        compose(panel.composer(), QStringLiteral("かな"));
+        panel.press(Qt::Key_Return);
+        QCOMPARE(panel.fakes.titles(), a);
+        compose(panel.composer(), {});
+        type(panel.composer(), QStringLiteral("仮名"));
+        panel.press(Qt::Key_Return);
+        QCOMPARE(panel.fakes.titles(), QStringLiteral("a b仮名"));
+
+        panel.row(a)->setFocus(Qt::TabFocusReason);
+        panel.press(Qt::Key_F2);
+        compose(panel.editField(), QStringLiteral("かな"));
+        panel.press(Qt::Key_Escape);
+        QVERIFY(panel.editField());
+        panel.press(Qt::Key_Return);
+        QVERIFY(panel.editField());
+        compose(panel.editField(), {});
+        panel.press(Qt::Key_Escape);
+        QVERIFY(!panel.editField());
+
+        panel.row(a)->setFocus(Qt::TabFocusReason);
+        panel.press(Qt::Key_Insert);
+        type(panel.subtaskField(), c);
+        compose(panel.subtaskField(), QStringLiteral("かな"));
+        panel.press(Qt::Key_Return);
+        QCOMPARE(panel.fakes.titles(), QStringLiteral("a b仮名"));
     }
 
     void aTaskAddedBelowWhatIsInSightIsScrolledTo()

@@ -144,6 +144,43 @@ private Q_SLOTS:
         QVERIFY(!panel.fakes.task(c).isDone);
     }
 
+    void aRowMovedByKeyStaysInSight()
+    {
+        TaskList tasks;
+        for (int i = 1; i <= 40; ++i)
+            tasks.append(madeTask(QString::number(i)));
+        PanelInWindow panel(tasks);
+        QVERIFY(panel.show());
+        focusRow(panel, QStringLiteral("1"));
+        for (int i = 0; i < 20; ++i)
+            panel.press(Qt::Key_Down, Qt::AltModifier);
+        QCOMPARE(panel.store.tasks.value().at(20).title, QStringLiteral("1"));
+        const PanelRowWidget *row = panel.row(QStringLiteral("1"));
+        QVERIFY(row && row->hasFocus());
+        QVERIFY(row->parentWidget()->rect().contains(row->geometry()));
+    }
+
+    void anEmptyListIsNoStopOfTheTabKey()
+    {
+        PanelInWindow panel({});
+        QVERIFY(panel.show());
+        panel.press(Qt::Key_Tab);
+        QVERIFY(panel.composer()->hasFocus());
+        panel.press(Qt::Key_Tab);
+        QVERIFY(!QApplication::focusWidget()->inherits("wrenfold::RowListView"));
+        QVERIFY(!panel.composer()->hasFocus());
+    }
+
+    void aListWithoutRoomForARowIsNoStopEither()
+    {
+        PanelInWindow panel({madeTask(a)}, std::nullopt);
+        panel.view->resize(344, 250);
+        QVERIFY(panel.show());
+        QVERIFY(!panel.row(a));
+        panel.view->resize(344, 500);
+        QVERIFY(panel.row(a));
+    }
+
     void theDeferredRowsKeysCallTheirOperations()
     {
         PanelInWindow panel({deferred(madeTask(a)), deferred(madeTask(b)), deferred(madeTask(c))});

@@ -136,6 +136,42 @@ private Q_SLOTS:
         QCOMPARE(panel.fakes.titles(), QStringLiteral("1 2"));
     }
 
+    void aClickOnAButtonLeavesTheCaretWhereTheUserTypes()
+    {
+        PanelInWindow panel(tasks(3));
+        QVERIFY(panel.show());
+        panel.composer()->setFocus(Qt::TabFocusReason);
+        const auto clickOn = [&panel](const QWidget &widget) {
+            movePointer(panel, middleOf(widget));
+            QTest::mouseClick(panel.window.windowHandle(), Qt::LeftButton, {}, middleOf(widget));
+        };
+        movePointer(panel, middleOf(*panel.row(QStringLiteral("2"))));
+        clickOn(*buttonNamed(*panel.row(QStringLiteral("2")), QStringLiteral("NOWにピン留め")));
+        QCOMPARE(panel.fakes.now(), QStringLiteral("2"));
+        QVERIFY(panel.composer()->hasFocus());
+        clickOn(*buttonNamed(panel.window, QStringLiteral("最前面固定: オン")));
+        QVERIFY(!panel.store.isHardPinned.value());
+        QVERIFY(panel.composer()->hasFocus());
+        clickOn(*buttonNamed(panel.nowCard(), deleteHelp));
+        QVERIFY(!panel.row(QStringLiteral("2")));
+        QVERIFY(panel.composer()->hasFocus());
+        // Beside everything, the editing ends.
+        QTest::mouseClick(panel.window.windowHandle(), Qt::LeftButton, {}, QPoint(300, 488));
+        QVERIFY(!panel.composer()->hasFocus());
+    }
+
+    void aRowPutAwayUnderThePointerForgetsIt()
+    {
+        PanelInWindow panel(tasks(3));
+        QVERIFY(panel.show());
+        enter(*panel.row(QStringLiteral("1")));
+        QCOMPARE(engaged(panel), QStringList(QStringLiteral("1")));
+        panel.store.deferTask(panel.fakes.task(QStringLiteral("1")), TaskQuadrant::urgentImportant);
+        QCoreApplication::processEvents();
+        panel.store.undo();
+        QCOMPARE(engaged(panel), QStringList());
+    }
+
     void aRowScrolledFromUnderThePointerLeavesNothingBehind()
     {
         PanelInWindow panel(tasks(100));

@@ -200,6 +200,20 @@ private Q_SLOTS:
             QRect(field->mapTo(list->viewport(), QPoint()), field->size())));
     }
 
+    void underACompletedParentItOpensAmongTheCompleted()
+    {
+        const TaskItem parent = madeTask(a);
+        const TaskItem now = madeSubtask(b, parent);
+        PanelInWindow panel({done(parent), now}, now.id);
+        QVERIFY(panel.show());
+        QVERIFY(click(panel.nowCard(), QStringLiteral("サブタスクを追加")));
+        QVERIFY(panel.subtaskField() && panel.subtaskField()->hasFocus());
+        type(panel.subtaskField(), c);
+        panel.press(Qt::Key_Return);
+        QCOMPARE(panel.fakes.task(c).parentID, parent.id);
+        QVERIFY(!panel.subtaskField());
+    }
+
     void forASubtaskItOpensUnderTheParent()
     {
         TaskItem parent = madeTask(a);

@@ -139,6 +139,7 @@ private Q_SLOTS:
     {
         TaskRowInWindow shownRow;
         QVERIFY(shownRow.show(task()));
+        shownRow.row->setFocus(Qt::TabFocusReason);
         QTest::keyClick(shownRow.row, Qt::Key_Down, Qt::AltModifier);
         QTest::keyClick(shownRow.row, Qt::Key_Up, Qt::AltModifier);
         QCOMPARE(shownRow.calls,
