@@ -28,6 +28,10 @@ RowListView::RowListView(RowFactory factory, QWidget *parent)
     viewport()->setAutoFillBackground(false);
     verticalScrollBar()->setSingleStep(Metrics::rowHeight);
     m_overlayBar = new OverlayScrollBar(verticalScrollBar(), this);
+    m_slide.setStartValue(1.0);
+    m_slide.setEndValue(0.0);
+    m_slide.setEasingCurve(QEasingCurve::InOutQuad);
+    connect(&m_slide, &QVariantAnimation::valueChanged, this, &RowListView::placeRows);
     connect(qApp, &QApplication::focusChanged, this,
             [this](QWidget *, QWidget *focused) { noteFocus(focused); });
 }
@@ -48,6 +52,7 @@ void RowListView::setRows(QList<PanelRow> rows)
     const Qt::FocusReason reason =
         focusedWidget && focusedWidget->showsFocusRing() ? Qt::TabFocusReason : Qt::MouseFocusReason;
 
+    beginSlide();
     m_rows = std::move(rows); // Not shared with the caller: looking at a row would copy them all.
     m_tops.resize(1);
     m_tops.reserve(m_rows.size() + 1);
@@ -65,6 +70,21 @@ void RowListView::setRows(QList<PanelRow> rows)
             focusIndex(successor, reason);
     }
     placeRows();
+}
+
+void RowListView::beginSlide()
+{
+    m_slide.stop();
+    m_slideTops.clear();
+    const bool isDragging = std::any_of(m_shown.begin(), m_shown.end(), [](const PanelRowWidget *widget) {
+        return widget->row().isDragging;
+    });
+    if (!isDragging || Durations::motion().count() == 0)
+        return;
+    for (auto it = m_shown.begin(); it != m_shown.end(); ++it)
+        m_slideTops.insert(it.key(), it.value()->y() + verticalScrollBar()->value());
+    m_slide.setDuration(int(Durations::motion().count()));
+    m_slide.start();
 }
 
 std::optional<QRect> RowListView::rowFrame(const PanelRow::Identity &identity) const
@@ -235,7 +255,11 @@ void RowListView::placeRow(qsizetype index)
     if (!widget)
         widget = takeWidget(row.kind);
     widget->setRow(row);
-    widget->setGeometry(frameOf(index));
+    const int top = m_slide.state() == QAbstractAnimation::Running
+                        ? m_slideTops.value(row.identity(), m_tops[index])
+                        : m_tops[index];
+    const double share = m_slide.currentValue().toDouble();
+    widget->setGeometry(frameOf(index).translated(0, qRound(share * (top - m_tops[index]))));
     widget->show();
 }
 

@@ -5,6 +5,7 @@
 
 #include <QAbstractScrollArea>
 #include <QHash>
+#include <QVariantAnimation>
 
 #include <functional>
 
@@ -15,6 +16,8 @@ class PanelRowWidget;
 
 /// The panel's scrolling list. It has widgets for the rows in sight only and hands them on as the list
 /// scrolls and changes; a row that stays in sight keeps its widget, and so its focus and its half-typed text.
+///
+/// While a row is dragged, those that make way for it slide to their new places.
 ///
 /// One stop of the Tab key; inside, the arrow keys, Home, End, Page Up and Page Down go from row to row. When
 /// the focused row leaves the list, the row that took its place has the focus.
@@ -55,6 +58,7 @@ protected:
 
 private:
     void updateScrollRange();
+    void beginSlide();
     void placeRows();
     void placeRow(qsizetype index);
     PanelRowWidget *takeWidget(PanelRow::Kind kind);
@@ -76,6 +80,8 @@ private:
     QList<PanelRow> m_rows;
     QList<int> m_tops; ///< Of each row, and of the end, from the top of the list.
     QHash<PanelRow::Identity, PanelRowWidget *> m_shown;
+    QVariantAnimation m_slide;                  ///< From 1, where the rows were, to 0, where they belong.
+    QHash<PanelRow::Identity, int> m_slideTops; ///< Where they were, from the top of the list.
     QHash<PanelRow::Kind, QList<PanelRowWidget *>> m_spare;
     PanelRow::Identity m_lastFocused = {PanelRow::Kind::Task, {}};
 };

@@ -88,6 +88,7 @@ class Studio:
         self._settle()
 
     def close(self):
+        self._session.tool("xdotool", "mouseup", "1")  # what drag() holds
         self._process.terminate()
         self._session.wait_end(self._process)
 
@@ -102,6 +103,13 @@ class Studio:
 
     def point(self, point):
         self._act("mousemove", "--sync", "--window", self._panel, *self._scaled(point))
+
+    def drag(self, start, target):
+        """Takes hold of a row with the reorder key, pulls it to a point of the panel and holds it there."""
+        self._session.tool("xdotool", "mousemove", "--sync", "--window", self._panel, *self._scaled(start), "keydown", "ctrl",
+                           "mousedown", "1", "keyup", "ctrl")
+        for share in (0.2, 0.6, 1):
+            self.point(tuple(round(a + share * (b - a)) for a, b in zip(start, target)))
 
     def press(self, *keys):
         for key in keys:
@@ -194,6 +202,11 @@ def wide(studio):
     studio.open(samples.working_day(isQuadrantBoardVisible=True), [samples.MAIL])
 
 
+def drag(studio):
+    studio.open(samples.working_day(isQuadrantBoardVisible=True), [samples.MAIL])
+    studio.drag((150, QUESTION_ROW[1]), (600, 380))
+
+
 def empty(studio):
     studio.open(samples.document())
 
@@ -248,7 +261,7 @@ def link_question(studio):
     studio.click(LINK_BUTTON)
 
 
-STATES = (wide, empty, one_task, many_tasks, long_titles, inbox, sections, subtask_composer, row_focus, inline_edit, row_menu,
+STATES = (wide, drag, empty, one_task, many_tasks, long_titles, inbox, sections, subtask_composer, row_focus, inline_edit, row_menu,
           link_question)
 
 

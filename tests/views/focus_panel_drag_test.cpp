@@ -168,6 +168,26 @@ private Q_SLOTS:
         QVERIFY(drag.panel.fakes.task(QStringLiteral("2")).isDone);
     }
 
+    void theOthersSlideToMakeWay()
+    {
+        DragInPanel drag(numberedTasks(3));
+        QVERIFY(drag.panel.show());
+        drag.pressHandle(QStringLiteral("1"));
+        drag.pull(drag.place + QPoint(0, 12));
+        Durations::setMotionReduced(false);
+        const int before = drag.panel.row(QStringLiteral("2"))->y();
+        const int after = drag.panel.row(QStringLiteral("1"))->y();
+        drag.pullBelow(QStringLiteral("2"));
+        QCOMPARE(drag.titles(), QStringLiteral("2 1 3"));
+        QVERIFY(drag.panel.row(QStringLiteral("2"))->y() > after); // On its way.
+        QTRY_COMPARE(drag.panel.row(QStringLiteral("2"))->y(), after);
+        QCOMPARE(drag.panel.row(QStringLiteral("1"))->y(), before);
+        drag.letGo();
+        // Without a drag, and without motion, a row is where it belongs at once.
+        drag.store().undo();
+        QCOMPARE(drag.panel.row(QStringLiteral("2"))->y(), before);
+    }
+
     void theBlockFollowsTheWheel()
     {
         DragInPanel drag(numberedTasks(40));

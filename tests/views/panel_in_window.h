@@ -30,6 +30,7 @@ struct PanelInWindow
     explicit PanelInWindow(const TaskList &tasks, std::optional<QUuid> activeTaskID = std::nullopt)
         : fakes(tasks, activeTaskID)
     {
+        Durations::setMotionReduced(true); // What is looked at stands where it belongs.
         view = new FocusPanelView(store, fakes.clock,
                                   {[this] { calls.append(QStringLiteral("hide")); },
                                    [this] { calls.append(QStringLiteral("focusInput")); },
