@@ -7,7 +7,7 @@ from session import Session, end, expect, program_to_test
 
 # Points in the panel.
 GRIP, CORNER, COMPOSER = (172, 7), (337, 493), (172, 187)
-BOARD_BUTTON, HIDE_BUTTON = (26, 77), (319, 77)
+BOARD_BUTTON, FOLD_BUTTON, HIDE_BUTTON = (26, 77), (102, 77), (319, 77)
 RED = bytes((255, 0, 0))
 # A window manager takes over when the pointer has gone a little way, and counts from there.
 PULL_STEPS, LEEWAY = 10, 10
@@ -126,6 +126,22 @@ def board_opens_and_closes_near_the_right_edge(session, path):
     session.wait_end(program)
 
 
+def list_folds_and_unfolds_below_the_same_top(session, path):
+    program, panel = start(session, path)
+    x, y, width, height = session.geometry(panel)
+    session.click(panel, *FOLD_BUTTON)
+    expect_place(session, panel, (x, y, width, 268), "folded")
+    session.wait_for(lambda: session.document()["isTodoListHidden"], "the fold to be saved")
+    session.click(panel, *BOARD_BUTTON)
+    expect_place(session, panel, (x, y, 716, height), "with the board, which needs the height")
+    session.click(panel, *BOARD_BUTTON)
+    expect_place(session, panel, (x, y, width, 268), "folded again")
+    session.click(panel, *FOLD_BUTTON)
+    expect_place(session, panel, (x, y, width, height), "unfolded")
+    program.terminate()
+    session.wait_end(program)
+
+
 def place_and_size_are_kept_while_hidden(session, path):
     program, panel = start(session, path)
     x, y, width, height = session.geometry(panel)
@@ -163,8 +179,8 @@ def panel_stays_on_a_screen_that_shrinks(session, path):
 def main():
     path, window_manager = program_to_test(), sys.argv[2]
     for test in (pinned_panel_is_used_above_a_full_screen_window, floating_panel_is_hidden_by_a_full_screen_window,
-                 board_opens_and_closes_near_the_right_edge, place_and_size_are_kept_while_hidden,
-                 panel_stays_on_a_screen_that_shrinks):
+                 board_opens_and_closes_near_the_right_edge, list_folds_and_unfolds_below_the_same_top,
+                 place_and_size_are_kept_while_hidden, panel_stays_on_a_screen_that_shrinks):
         with Session(f"panel_window_{window_manager}_{test.__name__}", window_manager) as session:
             test(session, path)
 
