@@ -39,6 +39,8 @@ void FakeKWin::leave()
     if (m_connectionName.isEmpty())
         return;
     QDBusConnection(m_connectionName).unregisterObject(scripting);
+    // Else our destruction is told to the connection, which may be going at that moment.
+    disconnect(this, &QObject::destroyed, nullptr, nullptr);
     QDBusConnection::disconnectFromBus(std::exchange(m_connectionName, {}));
 }
 

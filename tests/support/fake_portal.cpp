@@ -37,6 +37,8 @@ void FakePortal::leave()
     if (m_connectionName.isEmpty())
         return;
     QDBusConnection(m_connectionName).unregisterObject(path);
+    // Else our destruction is told to the connection, which may be going at that moment.
+    disconnect(this, &QObject::destroyed, nullptr, nullptr);
     QDBusConnection::disconnectFromBus(std::exchange(m_connectionName, {}));
 }
 

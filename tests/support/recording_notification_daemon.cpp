@@ -30,6 +30,8 @@ void RecordingNotificationDaemon::leave()
     if (m_connectionName.isEmpty())
         return;
     QDBusConnection(m_connectionName).unregisterObject(QStringLiteral("/org/freedesktop/Notifications"));
+    // Else our destruction is told to the connection, which may be going at that moment.
+    disconnect(this, &QObject::destroyed, nullptr, nullptr);
     QDBusConnection::disconnectFromBus(std::exchange(m_connectionName, {}));
 }
 
