@@ -6,6 +6,7 @@
 #include "platform/folder_watch.h"
 #include "platform/frontmost_application.h"
 #include "platform/installed_applications.h"
+#include "platform/modifier_keys.h"
 #include "platform/notification_center.h"
 #include "platform/panel_window.h"
 #include "platform/preferences.h"
@@ -25,6 +26,7 @@ struct Platform
     std::unique_ptr<SingleInstance> singleInstance;
     std::unique_ptr<DesktopAppearance> desktopAppearance;
     std::unique_ptr<PanelWindow> panelWindow;
+    std::unique_ptr<ModifierKeys> modifierKeys;
     std::unique_ptr<Sounds> sounds;
     std::unique_ptr<NotificationCenter> notificationCenter;
     std::unique_ptr<FolderWatch> folderWatch;

@@ -63,6 +63,8 @@ void AppDelegate::applicationDidFinishLaunching()
                                           m_panelController.showWithoutFocus();
                                       },
                                       [this] { showPanel(); }});
+    m_reorderKeyController.emplace(m_store, *m_platform.modifierKeys);
+    m_reorderKeyController->install();
     showPanel();
     m_platform.singleInstance->listen([this] { showPanel(); });
 }

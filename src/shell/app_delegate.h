@@ -9,6 +9,7 @@
 #include "platform/platform.h"
 #include "shell/app_menu.h"
 #include "shell/panel_controller.h"
+#include "shell/reorder_key_controller.h"
 
 namespace wrenfold {
 
@@ -33,7 +34,9 @@ private:
     FocusStore m_store;
     AppMenu m_appMenu;
     PanelController m_panelController;
-    std::optional<FocusGuardController> m_focusGuardController; ///< Made when the launch has finished.
+    // Made when the launch has finished.
+    std::optional<FocusGuardController> m_focusGuardController;
+    std::optional<ReorderKeyController> m_reorderKeyController;
 };
 
 } // namespace wrenfold

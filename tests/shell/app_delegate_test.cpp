@@ -134,6 +134,19 @@ private Q_SLOTS:
         program.fakes.desktopAppearance->set({});
     }
 
+    void whileControlIsHeldTheRowsShowTheirHandles()
+    {
+        Program program;
+        program.start();
+        program.add(QStringLiteral("一"));
+        const QString help = QStringLiteral("TODOをドラッグして並べ替え、またはあとでやるへ分類");
+        QVERIFY(!buttonNamed(*program.panel(), help));
+        program.fakes.modifierKeys->setControl(true);
+        QTRY_VERIFY(buttonNamed(*program.panel(), help));
+        program.fakes.modifierKeys->setControl(false);
+        QTRY_VERIFY(!buttonNamed(*program.panel(), help));
+    }
+
     void theStartAsksForPermissionToNotifyOnce()
     {
         Program program;

@@ -6,6 +6,7 @@
 #include "support/fake_desktop_appearance.h"
 #include "support/fake_folder_watch.h"
 #include "support/fake_frontmost_application.h"
+#include "support/fake_modifier_keys.h"
 #include "support/fake_notification_center.h"
 #include "support/fake_panel_window.h"
 #include "support/fake_preferences.h"
@@ -26,6 +27,7 @@ struct FakePlatform
         platform.singleInstance.reset(singleInstance);
         platform.desktopAppearance.reset(desktopAppearance);
         platform.panelWindow.reset(panelWindow);
+        platform.modifierKeys.reset(modifierKeys);
         platform.sounds.reset(sounds);
         platform.notificationCenter.reset(notificationCenter);
         platform.folderWatch.reset(folderWatch);
@@ -38,6 +40,7 @@ struct FakePlatform
     FakeSingleInstance *singleInstance = new FakeSingleInstance;
     FakeDesktopAppearance *desktopAppearance = new FakeDesktopAppearance;
     FakePanelWindow *panelWindow = new FakePanelWindow;
+    FakeModifierKeys *modifierKeys = new FakeModifierKeys;
     FakeSounds *sounds = new FakeSounds;
     FakeNotificationCenter *notificationCenter = new FakeNotificationCenter;
     FakeFolderWatch *folderWatch = new FakeFolderWatch;

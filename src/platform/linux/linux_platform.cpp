@@ -10,9 +10,11 @@
 #include "platform/linux/session_bus_probe.h"
 #include "platform/linux/wlroots_frontmost_application.h"
 #include "platform/linux/x11_frontmost_application.h"
+#include "platform/linux/x11_modifier_keys.h"
 #include "platform/linux/x11_panel_window.h"
 #include "platform/none/no_frontmost_application.h"
 #include "platform/none/no_panel_window.h"
+#include "platform/own_modifier_keys.h"
 #include "platform/platform.h"
 #include "platform/system_clock.h"
 
@@ -40,6 +42,14 @@ std::unique_ptr<PanelWindow> makePanelWindow()
     if (runsOnX11())
         return std::make_unique<X11PanelWindow>();
     return std::make_unique<NoPanelWindow>();
+}
+
+std::unique_ptr<ModifierKeys> makeModifierKeys()
+{
+    // Under Xwayland the server hears of no key while a Wayland window has the keyboard.
+    if (runsOnX11() && !qEnvironmentVariableIsSet("WAYLAND_DISPLAY"))
+        return std::make_unique<X11ModifierKeys>();
+    return std::make_unique<OwnModifierKeys>();
 }
 
 std::unique_ptr<FrontmostApplication> makeFrontmostApplication(InstalledApplications &installed, Clock &clock)
@@ -78,6 +88,7 @@ Platform makePlatform()
     platform.singleInstance = std::make_unique<LinuxSingleInstance>(folder);
     platform.desktopAppearance = std::make_unique<PortalAppearance>();
     platform.panelWindow = makePanelWindow();
+    platform.modifierKeys = makeModifierKeys();
     platform.sounds = std::make_unique<CanberraSounds>();
     platform.notificationCenter = std::make_unique<DBusNotificationCenter>(*platform.sounds);
     platform.folderWatch = std::make_unique<InotifyFolderWatch>();
