@@ -21,7 +21,7 @@ private Q_SLOTS:
         QList<bool> told;
         keys.watchControl([&told](bool isDown) { told.append(isDown); });
         QTest::keyPress(&window, Qt::Key_Control);
-        QTest::keyClick(&window, Qt::Key_A, Qt::ControlModifier);
+        send(window, Qt::Key_A, Qt::ControlModifier);
         QCOMPARE(told, (QList<bool>{false, true}));
         QTest::keyRelease(&window, Qt::Key_Control);
         QCOMPARE(told, (QList<bool>{false, true, false}));
@@ -34,9 +34,9 @@ private Q_SLOTS:
         OwnModifierKeys keys;
         QList<bool> told;
         keys.watchControl([&told](bool isDown) { told.append(isDown); });
-        QTest::keyClick(&window, Qt::Key_A, Qt::ControlModifier);
+        send(window, Qt::Key_A, Qt::ControlModifier);
         QCOMPARE(told, (QList<bool>{false, true}));
-        QTest::keyClick(&window, Qt::Key_A);
+        send(window, Qt::Key_A, Qt::NoModifier);
         QCOMPARE(told, (QList<bool>{false, true, false}));
     }
 
@@ -48,8 +48,8 @@ private Q_SLOTS:
         QList<bool> told;
         keys.watchControl([&told](bool isDown) { told.append(isDown); });
         QTest::keyPress(&window, Qt::Key_Control);
-        window.hide();
-        QTRY_COMPARE(told, (QList<bool>{false, true, false}));
+        Q_EMIT qGuiApp->focusWindowChanged(nullptr); // As when another program takes it.
+        QCOMPARE(told, (QList<bool>{false, true, false}));
     }
 
     void nobodyIsToldOnceTheListenerHasGone()
@@ -66,6 +66,13 @@ private Q_SLOTS:
     }
 
 private:
+    /// A key alone: what QTest sends holds its modifiers down for the moment.
+    static void send(QRasterWindow &window, Qt::Key key, Qt::KeyboardModifiers modifiers)
+    {
+        QKeyEvent press(QEvent::KeyPress, key, modifiers);
+        QCoreApplication::sendEvent(&window, &press);
+    }
+
     static bool shown(QRasterWindow &window)
     {
         window.show();
