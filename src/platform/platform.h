@@ -12,6 +12,7 @@
 #include "platform/preferences.h"
 #include "platform/single_instance.h"
 #include "platform/sounds.h"
+#include "platform/status_item.h"
 
 #include <memory>
 
@@ -27,6 +28,7 @@ struct Platform
     std::unique_ptr<DesktopAppearance> desktopAppearance;
     std::unique_ptr<PanelWindow> panelWindow;
     std::unique_ptr<ModifierKeys> modifierKeys;
+    std::unique_ptr<StatusItem> statusItem;
     std::unique_ptr<Sounds> sounds;
     std::unique_ptr<NotificationCenter> notificationCenter;
     std::unique_ptr<FolderWatch> folderWatch;

@@ -12,6 +12,7 @@
 #include "support/fake_preferences.h"
 #include "support/fake_single_instance.h"
 #include "support/fake_sounds.h"
+#include "support/fake_status_item.h"
 
 #include <memory>
 
@@ -28,6 +29,7 @@ struct FakePlatform
         platform.desktopAppearance.reset(desktopAppearance);
         platform.panelWindow.reset(panelWindow);
         platform.modifierKeys.reset(modifierKeys);
+        platform.statusItem.reset(statusItem);
         platform.sounds.reset(sounds);
         platform.notificationCenter.reset(notificationCenter);
         platform.folderWatch.reset(folderWatch);
@@ -41,6 +43,7 @@ struct FakePlatform
     FakeDesktopAppearance *desktopAppearance = new FakeDesktopAppearance;
     FakePanelWindow *panelWindow = new FakePanelWindow;
     FakeModifierKeys *modifierKeys = new FakeModifierKeys;
+    FakeStatusItem *statusItem = new FakeStatusItem;
     FakeSounds *sounds = new FakeSounds;
     FakeNotificationCenter *notificationCenter = new FakeNotificationCenter;
     FakeFolderWatch *folderWatch = new FakeFolderWatch;

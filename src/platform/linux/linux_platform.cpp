@@ -14,6 +14,7 @@
 #include "platform/linux/x11_panel_window.h"
 #include "platform/none/no_frontmost_application.h"
 #include "platform/none/no_panel_window.h"
+#include "platform/none/no_status_item.h"
 #include "platform/own_modifier_keys.h"
 #include "platform/platform.h"
 #include "platform/system_clock.h"
@@ -89,6 +90,7 @@ Platform makePlatform()
     platform.desktopAppearance = std::make_unique<PortalAppearance>();
     platform.panelWindow = makePanelWindow();
     platform.modifierKeys = makeModifierKeys();
+    platform.statusItem = std::make_unique<NoStatusItem>();
     platform.sounds = std::make_unique<CanberraSounds>();
     platform.notificationCenter = std::make_unique<DBusNotificationCenter>(*platform.sounds);
     platform.folderWatch = std::make_unique<InotifyFolderWatch>();
