@@ -5,21 +5,33 @@
 
 namespace wrenfold {
 
-QString statusBarTitle(const QString &title)
-{
-    constexpr int longestWhole = 18;
-    constexpr int shortened = 16;
+namespace {
 
+/// The title whole if it has at most this many characters; else only its first ones, and the ellipsis.
+QString shortened(const QString &title, int longestWhole, int first, const QString &ellipsis)
+{
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, title);
     qsizetype cut = 0;
     for (int count = 1; count <= longestWhole + 1; ++count) {
         const qsizetype boundary = finder.toNextBoundary();
         if (boundary < 0)
             return title;
-        if (count == shortened)
+        if (count == first)
             cut = boundary;
     }
-    return title.left(cut) + QChar(0x2026);
+    return title.left(cut) + ellipsis;
+}
+
+} // namespace
+
+QString statusBarTitle(const QString &title)
+{
+    return shortened(title, 18, 16, QStringLiteral("…"));
+}
+
+QString statusMenuTitle(const QString &title)
+{
+    return shortened(title, 24, 21, QStringLiteral("..."));
 }
 
 } // namespace wrenfold

@@ -6,6 +6,8 @@
 #include <QApplication>
 #include <QDesktopServices>
 
+#include <algorithm>
+
 namespace wrenfold {
 
 AppDelegate::AppDelegate(Platform &platform)
@@ -15,23 +17,10 @@ AppDelegate::AppDelegate(Platform &platform)
     , m_store({*platform.preferences, *platform.clock, m_notifier, *platform.sounds, m_sorter,
                *platform.folderWatch},
               {})
-    , m_appMenu({
-          .hidePanel = [this] { m_panelController.hide(); },
-          .undo = [this] { m_store.undo(); },
-          .redo = [this] { m_store.redo(); },
-          // Not quit(): that asks the windows first, and the panel does not close.
-          .quit = [] { QApplication::exit(); },
-          .canUndo = [this] { return m_store.canUndo.value(); },
-          .canRedo = [this] { return m_store.canRedo.value(); },
-      })
-    , m_panelController(m_store, *platform.clock, *platform.panelWindow,
-                        {.showAppMenu = [this](const QPoint &position) { m_appMenu.popup(position); },
-                         .openLink = [](const QUrl &link) { QDesktopServices::openUrl(link); }})
 {
     m_platform.desktopAppearance->follow([this](const Appearance &appearance) {
         m_look.follow({appearance.isDark, appearance.isHighContrast, appearance.isMotionReduced});
     });
-    m_appMenu.addTo(m_panelController.panel());
 }
 
 AppDelegate::~AppDelegate()
@@ -39,7 +28,7 @@ AppDelegate::~AppDelegate()
     m_platform.desktopAppearance->follow({});
     m_platform.notificationCenter->onClick({});
     // A field that is still open commits when the focus leaves it.
-    if (QWidget *focused = m_panelController.panel().focusWidget())
+    if (QWidget *focused = m_panelController ? m_panelController->panel().focusWidget() : nullptr)
         focused->clearFocus();
     // One more try for what the disk refused.
     if (m_store.hasUnsavedChanges())
@@ -48,30 +37,118 @@ AppDelegate::~AppDelegate()
 
 void AppDelegate::applicationDidFinishLaunching()
 {
+    qCInfo(DebugLog::app).noquote() << QStringLiteral("launch accessory mode verbose=") +
+                                           (DebugLog::isVerbose() ? QStringLiteral("true")
+                                                                  : QStringLiteral("false"));
     if (const std::optional<QString> error = ServiceOrigin::fromEnvironment().error)
         qCWarning(DebugLog::app).noquote() << *error;
+    makeMenu();
     m_notifier.requestPermissionIfNeeded();
     m_platform.notificationCenter->onClick([this] { showPanel(); });
+    makeStatusItem();
+    qCInfo(DebugLog::ui) << "status bar ready";
+    makeFocusGuard();
+    m_reorderKeyController.emplace(m_store, *m_platform.modifierKeys);
+    m_reorderKeyController->install();
+    m_store.exitGhostMode();
+    showPanel();
+    m_platform.singleInstance->listen([this] { showPanel(); });
+
+    const TaskList topLevel = m_store.topLevelTasks();
+    const auto open = std::count_if(topLevel.begin(), topLevel.end(),
+                                    [](const TaskItem &task) { return !task.isDone && !task.isDeferred; });
+    qCInfo(DebugLog::app).noquote() << QStringLiteral("ready open=") + QString::number(open) +
+                                           QStringLiteral(" todayDone=") +
+                                           QString::number(m_store.completedTodayCount());
+}
+
+void AppDelegate::makeMenu()
+{
+    m_appMenu.emplace(MenuActions{
+        .onShowPanel = [this] { showPanel(); },
+        .onShowSettings = {},
+        .onShowAIChat = {},
+        .onHidePanel = [this] { hidePanel(); },
+        .onUndo = [this] { m_store.undo(); },
+        .onRedo = [this] { m_store.redo(); },
+        .canUndo = [this] { return m_store.canUndo.value(); },
+        .canRedo = [this] { return m_store.canRedo.value(); },
+        .onQuit = [] { quit(); },
+    });
+}
+
+void AppDelegate::makeStatusItem()
+{
+    m_statusBarController.emplace(m_store, *m_platform.clock, *m_platform.statusItem,
+                                  StatusBarController::Actions{
+                                      .showPanel = [this] { showPanel(); },
+                                      .showSettings = {},
+                                      .showAIChat = {},
+                                      .hidePanel = [this] { hidePanel(); },
+                                      .quit = [] { quit(); },
+                                  });
+}
+
+void AppDelegate::makeFocusGuard()
+{
     m_focusGuardController.emplace(
         m_store,
         FocusGuardController::Services{*m_platform.frontmostApplication, *m_platform.clock,
                                        *m_platform.sounds, m_notifier},
-        FocusGuardController::Actions{[this] {
-                                          // A panel in sight that comes to the front was clicked.
-                                          if (!m_panelController.panel().isVisible())
-                                              m_platform.frontmostApplication->keepInFront();
-                                          m_panelController.showWithoutFocus();
-                                      },
-                                      [this] { showPanel(); }});
-    m_reorderKeyController.emplace(m_store, *m_platform.modifierKeys);
-    m_reorderKeyController->install();
-    showPanel();
-    m_platform.singleInstance->listen([this] { showPanel(); });
+        FocusGuardController::Actions{[this] { showPanelUnasked(); }, [this] { showPanel(); }});
+}
+
+PanelController &AppDelegate::panelController()
+{
+    if (!m_panelController) {
+        m_panelController.emplace(
+            m_store, *m_platform.clock, *m_platform.panelWindow,
+            PanelController::Actions{
+                .showAppMenu = [this](const QPoint &position) { m_appMenu->popup(position); },
+                .openLink = [](const QUrl &link) { QDesktopServices::openUrl(link); }});
+        m_appMenu->addTo(m_panelController->panel());
+    }
+    return *m_panelController;
 }
 
 void AppDelegate::showPanel()
 {
-    m_panelController.showAndPin();
+    m_store.exitGhostMode();
+    panelController().showAndPin();
+}
+
+/// Who works in another program goes on there.
+void AppDelegate::showPanelUnasked()
+{
+    // A panel in sight that comes to the front was clicked.
+    if (!panelController().panel().isVisible())
+        m_platform.frontmostApplication->keepInFront();
+    panelController().showWithoutFocus();
+}
+
+void AppDelegate::togglePanel()
+{
+    m_store.exitGhostMode();
+    if (panelController().panel().isVisible())
+        hidePanel();
+    else
+        showPanel();
+}
+
+void AppDelegate::hidePanel()
+{
+    panelController().hide();
+}
+
+void AppDelegate::newTodo()
+{
+    showPanel();
+    m_store.requestTodoInput();
+}
+
+void AppDelegate::quit()
+{
+    QApplication::exit(); // Not quit(): that asks the windows first, and the panel does not close.
 }
 
 } // namespace wrenfold

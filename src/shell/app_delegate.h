@@ -10,31 +10,43 @@
 #include "shell/app_menu.h"
 #include "shell/panel_controller.h"
 #include "shell/reorder_key_controller.h"
+#include "shell/status_bar_controller.h"
 
 namespace wrenfold {
 
-/// Owns everything that lives as long as the program, in the order of construction; reading it is reading the
-/// start-up.
+/// Owns everything that lives as long as the program, in the order of construction.
 class AppDelegate
 {
 public:
     explicit AppDelegate(Platform &platform); ///< `platform` must outlive the delegate.
     ~AppDelegate();
+    Q_DISABLE_COPY_MOVE(AppDelegate)
 
-    /// To be called once, when the application is ready to show windows.
+    /// To be called once, when the application is ready to show windows. Reading it is reading the start-up.
     void applicationDidFinishLaunching();
 
 private:
+    void makeMenu();
+    void makeStatusItem();
+    void makeFocusGuard();
+    [[nodiscard]] PanelController &panelController();
+
     void showPanel();
+    void showPanelUnasked();
+    void togglePanel();
+    void hidePanel();
+    void newTodo();
+    static void quit();
 
     Platform &m_platform;
     ApplicationLook m_look;
     AppNotifier m_notifier;
     OpenRouterTaskSorter m_sorter;
     FocusStore m_store;
-    AppMenu m_appMenu;
-    PanelController m_panelController;
     // Made when the launch has finished.
+    std::optional<AppMenu> m_appMenu;
+    std::optional<PanelController> m_panelController; ///< Made when first used.
+    std::optional<StatusBarController> m_statusBarController;
     std::optional<FocusGuardController> m_focusGuardController;
     std::optional<ReorderKeyController> m_reorderKeyController;
 };

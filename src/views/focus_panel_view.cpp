@@ -14,7 +14,6 @@
 
 #include <QContextMenuEvent>
 #include <QPainter>
-#include <QTimeZone>
 
 #include <algorithm>
 #include <utility>
@@ -24,7 +23,6 @@ namespace wrenfold {
 FocusPanelView::FocusPanelView(FocusStore &store, Clock &clock, const Actions &actions, QWidget *parent)
     : QWidget(parent)
     , m_store(store)
-    , m_clock(clock)
     , m_actions(actions)
     , m_rowFactory(store,
                    {[this] { flushRowsUpdate(); }, [this](const TaskItem &task) { beginAddSubtask(task); },
@@ -32,6 +30,7 @@ FocusPanelView::FocusPanelView(FocusStore &store, Clock &clock, const Actions &a
                         m_list->focusRow({PanelRow::Kind::Task, task.id}, Qt::TabFocusReason);
                     },
                     [this](const QUrl &link) { m_actions.openLink(link); }})
+    , m_midnightCall(clock, [this] { updateCompletedToday(); })
 {
     // Made in the order of the Tab key: typing is wanted most.
     m_composer = new TodoComposer(this);
@@ -61,7 +60,7 @@ FocusPanelView::FocusPanelView(FocusStore &store, Clock &clock, const Actions &a
                                 m_actions.hide},
                                this);
 
-    m_drag = std::make_unique<TaskDrag>(m_store, m_clock, *m_list, *m_board, *this);
+    m_drag = std::make_unique<TaskDrag>(m_store, clock, *m_list, *m_board, *this);
     connect(m_drag.get(), &TaskDrag::changed, this, [this] {
         scheduleRowsUpdate();
         flushRowsUpdate();
@@ -73,7 +72,6 @@ FocusPanelView::FocusPanelView(FocusStore &store, Clock &clock, const Actions &a
     connect(m_nowCard, &NowCard::heightChanged, this, &FocusPanelView::placeChildren);
     subscribe();
     updateRows();
-    followMidnight();
 }
 
 FocusPanelView::~FocusPanelView()
@@ -248,16 +246,6 @@ void FocusPanelView::setBoardLeftOfList(bool isLeft)
     placeChildren();
 }
 
-void FocusPanelView::followMidnight()
-{
-    const QDateTime now = m_clock.now();
-    const QDateTime midnight = now.date().addDays(1).startOfDay(now.timeZone());
-    m_midnightCall = m_clock.after(std::chrono::milliseconds(now.msecsTo(midnight)), [this] {
-        updateCompletedToday();
-        followMidnight();
-    });
-}
-
 void FocusPanelView::contextMenuEvent(QContextMenuEvent *event)
 {
     m_actions.showAppMenu(event->globalPos());
@@ -273,7 +261,7 @@ void FocusPanelView::showEvent(QShowEvent *event)
     QWidget::showEvent(event);
     // A timer does not count the time that the machine sleeps, so midnight may have passed unnoticed.
     updateCompletedToday();
-    followMidnight();
+    m_midnightCall.reckon();
 }
 
 void FocusPanelView::resizeEvent(QResizeEvent *event)

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "model/published.h"
-#include "platform/clock.h"
+#include "platform/midnight_call.h"
 #include "views/panel_row_factory.h"
 
 #include <QWidget>
@@ -74,10 +74,8 @@ private:
     void updateStatusLine();
     void updateCompletedToday();
     void updateBoard();
-    void followMidnight();
 
     FocusStore &m_store;
-    Clock &m_clock;
     Actions m_actions;
     PanelRowFactory m_rowFactory;
     PanelHeader *m_header;
@@ -91,7 +89,7 @@ private:
     bool m_isRoundedByPainting = false;
     bool m_isRowsUpdateScheduled = false;
     std::optional<QUuid> m_shownComposerParentID;
-    std::unique_ptr<ScheduledCall> m_midnightCall;
+    MidnightCall m_midnightCall;
     std::vector<Subscription> m_subscriptions;
 };
 

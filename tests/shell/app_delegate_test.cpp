@@ -187,8 +187,68 @@ private Q_SLOTS:
     {
         Program program;
         program.delegate = std::make_unique<AppDelegate>(program.fakes.platform);
-        QVERIFY(!program.panel()->isVisible());
+        QVERIFY(!program.panel());
+        QVERIFY(!program.fakes.statusItem->isShown());
         QVERIFY(!program.fakes.singleInstance->startAgain());
+    }
+
+    void theStartSaysInTheLogHowFarItIs()
+    {
+        Program program;
+        TaskItem now = madeTask(QStringLiteral("now"));
+        TaskItem subtask = madeSubtask(QStringLiteral("subtask"), now);
+        TaskItem today = done(madeTask(QStringLiteral("today")));
+        today.completedAt = Timestamp::fromDateTime(program.fakes.clock->now());
+        const TaskList tasks{now, subtask, today, deferred(madeTask(QStringLiteral("later")))};
+        program.fakes.preferences->setValue(FocusStore::storageKey(), StoreOnFakes::documentWith(tasks));
+        LogCapture log;
+        program.start();
+        QCOMPARE(log.take().filter(QRegularExpression(QStringLiteral("^info (app|ui): "))),
+                 (QStringList{QStringLiteral("info app: launch accessory mode verbose=false"),
+                              QStringLiteral("info ui: status bar ready"),
+                              QStringLiteral("info app: ready open=1 todayDone=1")}));
+    }
+
+    void theStatusItemsRowsReachThePanelAndTheProgram()
+    {
+        Program program;
+        program.start();
+        FakeStatusItem &item = *program.fakes.statusItem;
+        QVERIFY(item.choose(hideButton));
+        QVERIFY(!program.panel()->isVisible());
+        item.click();
+        QVERIFY(program.panel()->isVisible());
+        QVERIFY(item.choose(QStringLiteral("パネルを隠す")));
+        QVERIFY(item.choose(QStringLiteral("パネルを表示")));
+        QVERIFY(program.panel()->isVisible());
+        QVERIFY(item.choose(QStringLiteral("新規TODOを追加")));
+        QTRY_VERIFY(program.composer()->hasFocus());
+        QMetaObject::invokeMethod(
+            qApp, [&item] { QVERIFY(item.choose(QStringLiteral("終了"))); }, Qt::QueuedConnection);
+        QCOMPARE(QApplication::exec(), 0);
+    }
+
+    void rowsOfWindowsThatAreNotThereAreDisabled()
+    {
+        Program program;
+        program.start();
+        const QList<StatusMenuRow> rows = program.fakes.statusItem->openMenu();
+        for (const StatusMenuRow &row : rows) {
+            if (row.title == QStringLiteral("設定...") || row.title == QStringLiteral("AIチャット"))
+                QVERIFY(!row.isEnabled);
+        }
+        QVERIFY(!program.fakes.statusItem->choose(QStringLiteral("設定...")));
+    }
+
+    void ghostModeHidesThePanelAndAClickOnTheItemBringsItBack()
+    {
+        Program program;
+        program.start();
+        QVERIFY(program.fakes.statusItem->choose(QStringLiteral("ゴーストモード")));
+        QVERIFY(!program.panel()->isVisible());
+        program.fakes.statusItem->click();
+        QVERIFY(program.panel()->isVisible());
+        QVERIFY(!program.panel()->windowHandle()->flags().testFlag(Qt::WindowTransparentForInput));
     }
 
     void aSecondStartShowsThePanelAgain()

@@ -9,6 +9,9 @@ namespace wrenfold {
 
 namespace {
 
+const QString showText = QStringLiteral("Wren Fold を表示");
+const QString settingsText = QStringLiteral("設定...");
+const QString chatText = QStringLiteral("AIチャット");
 const QString hideText = QStringLiteral("Wren Fold を隠す");
 const QString undoText = QStringLiteral("取り消す");
 const QString redoText = QStringLiteral("やり直す");
@@ -20,18 +23,35 @@ struct MenuOnWindow
     QStringList calls;
     bool canUndo = true;
     bool canRedo = true;
-    AppMenu menu{{
-        .hidePanel = [this] { calls.append(QStringLiteral("hide")); },
-        .undo = [this] { calls.append(QStringLiteral("undo")); },
-        .redo = [this] { calls.append(QStringLiteral("redo")); },
-        .quit = [this] { calls.append(QStringLiteral("quit")); },
-        .canUndo = [this] { return canUndo; },
-        .canRedo = [this] { return canRedo; },
-    }};
+    AppMenu menu;
     QWidget window;
     TextField *field = new TextField(QStringLiteral("field"), &window);
 
-    MenuOnWindow() { menu.addTo(window); }
+    MenuOnWindow()
+        : MenuOnWindow(allActions())
+    {
+    }
+    explicit MenuOnWindow(const MenuActions &actions)
+        : menu(actions)
+    {
+        menu.addTo(window);
+    }
+
+    MenuActions allActions()
+    {
+        const auto note = [this](const char *call) {
+            return [this, call] { calls.append(QString::fromLatin1(call)); };
+        };
+        return {.onShowPanel = note("show"),
+                .onShowSettings = note("settings"),
+                .onShowAIChat = note("chat"),
+                .onHidePanel = note("hide"),
+                .onUndo = note("undo"),
+                .onRedo = note("redo"),
+                .canUndo = [this] { return canUndo; },
+                .canRedo = [this] { return canRedo; },
+                .onQuit = note("quit")};
+    }
 
     [[nodiscard]] bool show()
     {
@@ -48,16 +68,12 @@ struct MenuOnWindow
         menu.popup(QPoint(10, 10));
         return qobject_cast<QMenu *>(QApplication::activePopupWidget());
     }
-
-    [[nodiscard]] QAction *action(const QString &text) const
-    {
-        for (QAction *candidate : window.actions()) {
-            if (candidate->text() == text)
-                return candidate;
-        }
-        return nullptr;
-    }
 };
+
+QMenu *editMenuOf(const QMenu &menu)
+{
+    return menuEntry(menu, QStringLiteral("編集"))->menu<QMenu *>();
+}
 
 } // namespace
 
@@ -71,8 +87,9 @@ private Q_SLOTS:
         MenuOnWindow shown;
         QMenu *menu = shown.open();
         QVERIFY(menu);
-        QCOMPARE(menuTexts(*menu), QStringList({hideText, QStringLiteral("編集"), undoText, redoText,
-                                                QStringLiteral("-"), quitText}));
+        QCOMPARE(menuTexts(*menu),
+                 QStringList({showText, hideText, settingsText, chatText, QStringLiteral("編集"), undoText,
+                              redoText, QStringLiteral("-"), quitText}));
         menu->close();
     }
 
@@ -81,6 +98,11 @@ private Q_SLOTS:
         MenuOnWindow shown;
         QMenu *menu = shown.open();
         QVERIFY(menu);
+        constexpr auto globalKeys = Qt::CTRL | Qt::ALT | Qt::META;
+        QCOMPARE(menuEntry(*menu, showText)->shortcut(), QKeySequence(globalKeys | Qt::Key_P));
+        QCOMPARE(menuEntry(*menu, hideText)->shortcut(), QKeySequence(globalKeys | Qt::Key_H));
+        QCOMPARE(menuEntry(*menu, settingsText)->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Comma));
+        QVERIFY(menuEntry(*menu, chatText)->shortcut().isEmpty());
         QCOMPARE(menuEntry(*menu, undoText)->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Z));
         QCOMPARE(menuEntry(*menu, redoText)->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Y));
         QCOMPARE(menuEntry(*menu, quitText)->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Q));
@@ -92,10 +114,11 @@ private Q_SLOTS:
         MenuOnWindow shown;
         QMenu *menu = shown.open();
         QVERIFY(menu);
-        for (const QString &text : {hideText, undoText, redoText, quitText})
+        for (const QString &text : {showText, hideText, settingsText, chatText, undoText, redoText, quitText})
             menuEntry(*menu, text)->trigger();
         menu->close();
-        QCOMPARE(shown.calls.join(QLatin1Char(',')), QStringLiteral("hide,undo,redo,quit"));
+        QCOMPARE(shown.calls.join(QLatin1Char(',')),
+                 QStringLiteral("show,hide,settings,chat,undo,redo,quit"));
     }
 
     void theKeysWorkInTheWindow()
@@ -105,7 +128,41 @@ private Q_SLOTS:
         QTest::keyClick(&shown.window, Qt::Key_Z, Qt::ControlModifier);
         QTest::keyClick(&shown.window, Qt::Key_Y, Qt::ControlModifier);
         QTest::keyClick(&shown.window, Qt::Key_Q, Qt::ControlModifier);
-        QCOMPARE(shown.calls.join(QLatin1Char(',')), QStringLiteral("undo,redo,quit"));
+        QTest::keyClick(&shown.window, Qt::Key_Comma, Qt::ControlModifier);
+        const auto globalKeys = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+        QTest::keyClick(&shown.window, Qt::Key_P, globalKeys);
+        QTest::keyClick(&shown.window, Qt::Key_H, globalKeys);
+        QCOMPARE(shown.calls.join(QLatin1Char(',')), QStringLiteral("undo,redo,quit,settings,show,hide"));
+    }
+
+    void anEntryWithoutItsActionIsDisabledAndItsKeyDoesNothing()
+    {
+        MenuOnWindow shown{MenuActions{}};
+        QVERIFY(shown.show());
+        QTest::keyClick(&shown.window, Qt::Key_Comma, Qt::ControlModifier);
+        QTest::keyClick(&shown.window, Qt::Key_Z, Qt::ControlModifier);
+        QMenu *menu = shown.open();
+        QVERIFY(menu);
+        for (const QString &text : {showText, hideText, settingsText, chatText, undoText, redoText, quitText})
+            QVERIFY(!menuEntry(*menu, text)->isEnabled());
+        menu->close();
+    }
+
+    void withNobodyToAskUndoAndRedoAreDisabled()
+    {
+        MenuOnWindow asked;
+        MenuActions actions = asked.allActions();
+        actions.canUndo = {};
+        actions.canRedo = {};
+        MenuOnWindow shown{actions};
+        QMenu *menu = shown.open();
+        QVERIFY(menu);
+        QMenu *edit = editMenuOf(*menu);
+        edit->popup(QPoint(20, 20));
+        QVERIFY(!menuEntry(*edit, undoText)->isEnabled());
+        QVERIFY(!menuEntry(*edit, redoText)->isEnabled());
+        edit->close();
+        menu->close();
     }
 
     void inAFieldTheKeysAreItsOwnOnlyWhileItHoldsTyping()
@@ -129,7 +186,7 @@ private Q_SLOTS:
         shown.canRedo = false;
         QMenu *menu = shown.open();
         QVERIFY(menu);
-        QMenu *edit = menu->actions().at(1)->menu<QMenu *>();
+        QMenu *edit = editMenuOf(*menu);
         edit->popup(QPoint(20, 20));
         QVERIFY(menuEntry(*edit, undoText)->isEnabled());
         QVERIFY(!menuEntry(*edit, redoText)->isEnabled());
@@ -150,7 +207,7 @@ private Q_SLOTS:
         QVERIFY(shown.show());
         QMenu *menu = shown.open();
         QVERIFY(menu);
-        QMenu *edit = menu->actions().at(1)->menu<QMenu *>();
+        QMenu *edit = editMenuOf(*menu);
         edit->popup(QPoint(20, 20));
         edit->close();
         menu->close();
