@@ -50,6 +50,9 @@ public:
         return false;
     }
 
+    /// Presses a row of a menu from before.
+    void chooseCommand(int command) const { m_actions.chooseRow(command); }
+
 private:
     Actions m_actions;
     StatusItemContent m_content;
