@@ -6,6 +6,8 @@
 #include <QGuiApplication>
 #include <QPainter>
 
+#include <algorithm>
+
 namespace wrenfold {
 
 namespace {
@@ -30,7 +32,7 @@ QImage paint(const Drawing &drawing, int side)
     }
     // The digits take what two of them need to be read at 16 pixels; the pin has the rest.
     const int digitHeight = side * 5 / 8;
-    const int symbolSide = side - digitHeight + side / 8;
+    const int symbolSide = side * 7 / 16;
     painter.drawPixmap((side - symbolSide) / 2, 0,
                        Symbols::pixmap(drawing.symbol, drawing.color, symbolSide, 1));
     QFont font = QGuiApplication::font();
@@ -60,7 +62,9 @@ QString word(StatusTint tint)
 QString minutesLeft(const TimerState &timer)
 {
     constexpr int secondsInAMinute = 60;
-    return QString::number((timer.remainingSeconds + secondsInAMinute - 1) / secondsInAMinute);
+    constexpr qint64 mostThatFit = 99;
+    return QString::number(
+        std::min((timer.remainingSeconds + secondsInAMinute - 1) / secondsInAMinute, mostThatFit));
 }
 
 } // namespace
