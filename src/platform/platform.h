@@ -5,6 +5,7 @@
 #include "platform/desktop_appearance.h"
 #include "platform/folder_watch.h"
 #include "platform/frontmost_application.h"
+#include "platform/global_shortcuts.h"
 #include "platform/installed_applications.h"
 #include "platform/modifier_keys.h"
 #include "platform/notification_center.h"
@@ -28,6 +29,7 @@ struct Platform
     std::unique_ptr<DesktopAppearance> desktopAppearance;
     std::unique_ptr<PanelWindow> panelWindow;
     std::unique_ptr<ModifierKeys> modifierKeys;
+    std::unique_ptr<GlobalShortcuts> globalShortcuts;
     std::unique_ptr<StatusItem> statusItem;
     std::unique_ptr<Sounds> sounds;
     std::unique_ptr<NotificationCenter> notificationCenter;

@@ -6,6 +6,7 @@
 #include "support/fake_desktop_appearance.h"
 #include "support/fake_folder_watch.h"
 #include "support/fake_frontmost_application.h"
+#include "support/fake_global_shortcuts.h"
 #include "support/fake_modifier_keys.h"
 #include "support/fake_notification_center.h"
 #include "support/fake_panel_window.h"
@@ -29,6 +30,7 @@ struct FakePlatform
         platform.desktopAppearance.reset(desktopAppearance);
         platform.panelWindow.reset(panelWindow);
         platform.modifierKeys.reset(modifierKeys);
+        platform.globalShortcuts.reset(globalShortcuts);
         platform.statusItem.reset(statusItem);
         platform.sounds.reset(sounds);
         platform.notificationCenter.reset(notificationCenter);
@@ -43,6 +45,7 @@ struct FakePlatform
     FakeDesktopAppearance *desktopAppearance = new FakeDesktopAppearance;
     FakePanelWindow *panelWindow = new FakePanelWindow;
     FakeModifierKeys *modifierKeys = new FakeModifierKeys;
+    FakeGlobalShortcuts *globalShortcuts = new FakeGlobalShortcuts;
     FakeStatusItem *statusItem = new FakeStatusItem;
     FakeSounds *sounds = new FakeSounds;
     FakeNotificationCenter *notificationCenter = new FakeNotificationCenter;

@@ -13,6 +13,7 @@
 #include "platform/linux/x11_modifier_keys.h"
 #include "platform/linux/x11_panel_window.h"
 #include "platform/none/no_frontmost_application.h"
+#include "platform/none/no_global_shortcuts.h"
 #include "platform/none/no_panel_window.h"
 #include "platform/none/no_status_item.h"
 #include "platform/own_modifier_keys.h"
@@ -90,6 +91,7 @@ Platform makePlatform()
     platform.desktopAppearance = std::make_unique<PortalAppearance>();
     platform.panelWindow = makePanelWindow();
     platform.modifierKeys = makeModifierKeys();
+    platform.globalShortcuts = std::make_unique<NoGlobalShortcuts>();
     platform.statusItem = std::make_unique<NoStatusItem>();
     platform.sounds = std::make_unique<CanberraSounds>();
     platform.notificationCenter = std::make_unique<DBusNotificationCenter>(*platform.sounds);
