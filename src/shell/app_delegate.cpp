@@ -45,6 +45,7 @@ void AppDelegate::applicationDidFinishLaunching()
     makeMenu();
     m_notifier.requestPermissionIfNeeded();
     m_platform.notificationCenter->onClick([this] { showPanel(); });
+    registerHotKeys();
     makeStatusItem();
     qCInfo(DebugLog::ui) << "status bar ready";
     makeFocusGuard();
@@ -75,6 +76,19 @@ void AppDelegate::makeMenu()
         .canRedo = [this] { return m_store.canRedo.value(); },
         .onQuit = [] { quit(); },
     });
+}
+
+void AppDelegate::registerHotKeys()
+{
+    const auto add = [this](int keyCode, const QString &description, std::function<void()> action) {
+        constexpr int modifiers = HotKeyModifier::control | HotKeyModifier::option | HotKeyModifier::command;
+        if (std::unique_ptr<GlobalHotKey> hotKey = GlobalHotKey::create(
+                *m_platform.globalShortcuts, keyCode, modifiers, description, std::move(action)))
+            m_hotKeys.push_back(std::move(hotKey));
+    };
+    add(VirtualKey::P, QStringLiteral("パネルの表示を切り替える"), [this] { togglePanel(); });
+    add(VirtualKey::H, QStringLiteral("パネルを隠す"), [this] { hidePanel(); });
+    add(VirtualKey::T, QStringLiteral("新規TODOを追加"), [this] { newTodo(); });
 }
 
 void AppDelegate::makeStatusItem()

@@ -8,6 +8,7 @@
 #include "notify/app_notifier.h"
 #include "platform/platform.h"
 #include "shell/app_menu.h"
+#include "shell/global_hot_key.h"
 #include "shell/panel_controller.h"
 #include "shell/reorder_key_controller.h"
 #include "shell/status_bar_controller.h"
@@ -27,6 +28,7 @@ public:
 
 private:
     void makeMenu();
+    void registerHotKeys();
     void makeStatusItem();
     void makeFocusGuard();
     [[nodiscard]] PanelController &panelController();
@@ -45,7 +47,8 @@ private:
     FocusStore m_store;
     // Made when the launch has finished.
     std::optional<AppMenu> m_appMenu;
-    std::optional<PanelController> m_panelController; ///< Made when first used.
+    std::optional<PanelController> m_panelController;     ///< Made when first used.
+    std::vector<std::unique_ptr<GlobalHotKey>> m_hotKeys; ///< Those that the desktop did not refuse.
     std::optional<StatusBarController> m_statusBarController;
     std::optional<FocusGuardController> m_focusGuardController;
     std::optional<ReorderKeyController> m_reorderKeyController;

@@ -1,19 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "look/text_field.h"
-#include "model/saved_state.h"
-#include "shell/app_delegate.h"
-#include "shell/focus_panel.h"
-#include "support/fake_platform.h"
+#include "shell/program_on_fakes.h"
 #include "support/log_capture.h"
 #include "support/test_case.h"
-#include "views/menu_probes.h"
 #include "views/panel_row_widget.h"
-#include "views/todo_composer.h"
-#include "views/view_probes.h"
 
 #include <QRegularExpression>
 #include <QScreen>
-#include <QWindow>
 
 namespace wrenfold {
 
@@ -21,55 +13,6 @@ namespace {
 
 const QString hideText = QStringLiteral("Wren Fold を隠す"); ///< Of the menu's entry.
 const QString hideButton = QStringLiteral("パネルを隠す");
-
-/// A program on fakes. The panel is found as the desktop finds it, among the windows.
-struct Program
-{
-    OffscreenSilence silence;
-    FakePlatform fakes;
-    std::unique_ptr<AppDelegate> delegate;
-
-    Program() { fakes.preferences->setValue(FocusStore::storageKey(), StoreOnFakes::documentWith({})); }
-
-    void start()
-    {
-        delegate = std::make_unique<AppDelegate>(fakes.platform);
-        delegate->applicationDidFinishLaunching();
-    }
-
-    [[nodiscard]] static FocusPanel *panel()
-    {
-        const QWidgetList windows = QApplication::topLevelWidgets();
-        for (QWidget *window : windows) {
-            if (auto *panel = qobject_cast<FocusPanel *>(window))
-                return panel;
-        }
-        return nullptr;
-    }
-    [[nodiscard]] static TextField *composer()
-    {
-        return panel()->findChild<TodoComposer *>()->findChild<TextField *>();
-    }
-    /// The menu that a press of the right button opens where the header's button stands.
-    [[nodiscard]] static QMenu *openMenuOn(const QString &button)
-    {
-        const PaintedButton *place = buttonNamed(*panel(), button);
-        QTest::mouseClick(panel()->windowHandle(), Qt::RightButton, {},
-                          place->mapTo(panel(), place->rect().center()));
-        return qobject_cast<QMenu *>(QApplication::activePopupWidget());
-    }
-    static void add(const QString &title)
-    {
-        type(composer(), title);
-        QTest::keyClick(composer(), Qt::Key_Return);
-    }
-
-    [[nodiscard]] QString savedTitles() const
-    {
-        const QByteArray document = fakes.preferences->read(FocusStore::storageKey()).bytes;
-        return words(decodeSavedState(document).value_or(SavedState()).tasks);
-    }
-};
 
 } // namespace
 
@@ -207,48 +150,6 @@ private Q_SLOTS:
                  (QStringList{QStringLiteral("info app: launch accessory mode verbose=false"),
                               QStringLiteral("info ui: status bar ready"),
                               QStringLiteral("info app: ready open=1 todayDone=1")}));
-    }
-
-    void theStatusItemsRowsReachThePanelAndTheProgram()
-    {
-        Program program;
-        program.start();
-        FakeStatusItem &item = *program.fakes.statusItem;
-        QVERIFY(item.choose(hideButton));
-        QVERIFY(!program.panel()->isVisible());
-        item.click();
-        QVERIFY(program.panel()->isVisible());
-        QVERIFY(item.choose(QStringLiteral("パネルを隠す")));
-        QVERIFY(item.choose(QStringLiteral("パネルを表示")));
-        QVERIFY(program.panel()->isVisible());
-        QVERIFY(item.choose(QStringLiteral("新規TODOを追加")));
-        QTRY_VERIFY(program.composer()->hasFocus());
-        QMetaObject::invokeMethod(
-            qApp, [&item] { QVERIFY(item.choose(QStringLiteral("終了"))); }, Qt::QueuedConnection);
-        QCOMPARE(QApplication::exec(), 0);
-    }
-
-    void rowsOfWindowsThatAreNotThereAreDisabled()
-    {
-        Program program;
-        program.start();
-        const QList<StatusMenuRow> rows = program.fakes.statusItem->openMenu();
-        for (const StatusMenuRow &row : rows) {
-            if (row.title == QStringLiteral("設定...") || row.title == QStringLiteral("AIチャット"))
-                QVERIFY(!row.isEnabled);
-        }
-        QVERIFY(!program.fakes.statusItem->choose(QStringLiteral("設定...")));
-    }
-
-    void ghostModeHidesThePanelAndAClickOnTheItemBringsItBack()
-    {
-        Program program;
-        program.start();
-        QVERIFY(program.fakes.statusItem->choose(QStringLiteral("ゴーストモード")));
-        QVERIFY(!program.panel()->isVisible());
-        program.fakes.statusItem->click();
-        QVERIFY(program.panel()->isVisible());
-        QVERIFY(!program.panel()->windowHandle()->flags().testFlag(Qt::WindowTransparentForInput));
     }
 
     void aSecondStartShowsThePanelAgain()

@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: MIT
+#include "shell/program_on_fakes.h"
+#include "support/test_case.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace wrenfold {
+
+namespace {
+
+const QString hideText = QStringLiteral("パネルを隠す"); ///< Of the item's row.
+
+} // namespace
+
+/// The ways to the panel from elsewhere: the status item and the hot keys.
+class PanelReachTest : public TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theStatusItemsRowsReachThePanelAndTheProgram()
+    {
+        Program program;
+        program.start();
+        FakeStatusItem &item = *program.fakes.statusItem;
+        QVERIFY(item.choose(hideText));
+        QVERIFY(!program.panel()->isVisible());
+        item.click();
+        QVERIFY(program.panel()->isVisible());
+        QVERIFY(item.choose(hideText));
+        QVERIFY(item.choose(QStringLiteral("パネルを表示")));
+        QVERIFY(program.panel()->isVisible());
+        QVERIFY(item.choose(QStringLiteral("新規TODOを追加")));
+        QTRY_VERIFY(program.composer()->hasFocus());
+        QMetaObject::invokeMethod(
+            qApp, [&item] { QVERIFY(item.choose(QStringLiteral("終了"))); }, Qt::QueuedConnection);
+        QCOMPARE(QApplication::exec(), 0);
+    }
+
+    void rowsOfWindowsThatAreNotThereAreDisabled()
+    {
+        Program program;
+        program.start();
+        const QList<StatusMenuRow> rows = program.fakes.statusItem->openMenu();
+        for (const StatusMenuRow &row : rows) {
+            if (row.title == QStringLiteral("設定...") || row.title == QStringLiteral("AIチャット"))
+                QVERIFY(!row.isEnabled);
+        }
+        QVERIFY(!program.fakes.statusItem->choose(QStringLiteral("設定...")));
+    }
+
+    void theKeyPHidesAPanelInSightAndShowsItAgainWithTheFocus()
+    {
+        Program program;
+        program.start();
+        program.fakes.globalShortcuts->press(VirtualKey::P);
+        QVERIFY(program.panel()->isVisible()); // Not before the loop turns.
+        QTRY_VERIFY(!program.panel()->isVisible());
+        program.fakes.globalShortcuts->press(VirtualKey::P);
+        QTRY_VERIFY(program.panel()->isVisible());
+        QVERIFY(QTest::qWaitForWindowActive(program.panel()));
+    }
+
+    void theKeyHHidesThePanel()
+    {
+        Program program;
+        program.start();
+        program.fakes.globalShortcuts->press(VirtualKey::H);
+        QTRY_VERIFY(!program.panel()->isVisible());
+        program.fakes.globalShortcuts->press(VirtualKey::H);
+        QCoreApplication::processEvents();
+        QVERIFY(!program.panel()->isVisible());
+    }
+
+    void theKeyTShowsThePanelAndTheFieldEvenWhenItIsInSight()
+    {
+        Program program;
+        program.start();
+        QVERIFY(QTest::qWaitForWindowActive(program.panel()));
+        QVERIFY(!program.composer()->hasFocus());
+        program.fakes.globalShortcuts->press(VirtualKey::T);
+        QTRY_VERIFY(program.composer()->hasFocus());
+        program.panel()->close();
+        program.fakes.globalShortcuts->press(VirtualKey::T);
+        QTRY_VERIFY(program.panel()->isVisible());
+        QCOMPARE(program.panel()->focusWidget(), program.composer());
+    }
+
+    void theKeysAreControlAltAndSuperWithPHAndT()
+    {
+        Program program;
+        program.start();
+        QList<uint32_t> keys;
+        for (const GlobalShortcut &shortcut : program.fakes.globalShortcuts->registered()) {
+            keys.append(shortcut.keyCode);
+            QCOMPARE(shortcut.modifiers, 6400U);
+            QVERIFY(!shortcut.description.isEmpty());
+        }
+        QCOMPARE(keys, (QList<uint32_t>{35, 4, 17}));
+    }
+
+    void aKeyThatIsRefusedLeavesTheOthers()
+    {
+        Program program;
+        program.fakes.globalShortcuts->hold(VirtualKey::H);
+        program.start();
+        const QList<GlobalShortcut> &offered = program.fakes.globalShortcuts->offered();
+        QCOMPARE(offered.size(), 3);
+        QCOMPARE(offered.at(2).id, offered.at(0).id + 2); // Its number is used up all the same.
+        program.fakes.globalShortcuts->press(VirtualKey::T);
+        QTRY_VERIFY(program.composer()->hasFocus());
+    }
+
+    void aDocumentThatTellsOfGhostModeStartsOutOfIt()
+    {
+        Program program;
+        QJsonObject document =
+            QJsonDocument::fromJson(program.fakes.preferences->read(FocusStore::storageKey()).bytes).object();
+        document.insert(QStringLiteral("isGhostMode"), true);
+        program.fakes.preferences->setValue(FocusStore::storageKey(), QJsonDocument(document).toJson());
+        program.start();
+        QVERIFY(program.panel()->isVisible());
+        QCOMPARE(program.fakes.statusItem->content().label, QString()); // No ghost.
+    }
+
+    void ghostModeHidesThePanelAndAClickOnTheItemBringsItBack()
+    {
+        Program program;
+        program.start();
+        QVERIFY(program.fakes.statusItem->choose(QStringLiteral("ゴーストモード")));
+        QVERIFY(!program.panel()->isVisible());
+        program.fakes.statusItem->click();
+        QVERIFY(program.panel()->isVisible());
+        QVERIFY(!program.panel()->windowHandle()->flags().testFlag(Qt::WindowTransparentForInput));
+    }
+};
+
+} // namespace wrenfold
+
+QTEST_MAIN(wrenfold::PanelReachTest)
+#include "panel_reach_test.moc"
