@@ -9,6 +9,7 @@
 #include "platform/system_clock.h"
 #include "support/bench_file_system.h"
 #include "support/budget.h"
+#include "support/fake_login_item.h"
 #include "support/fake_notification_center.h"
 #include "support/sample_state.h"
 #include "support/turns_of_the_loop.h"
@@ -49,9 +50,9 @@ public:
         qputenv("XDG_DATA_HOME", QFile::encodeName(m_home.path()));
         if (m_preferences.write(FocusStore::storageKey(), encodeSavedState(sampleState(50))))
             return;
-        m_store.emplace(
-            FocusStore::Services{m_preferences, m_clock, m_notifier, m_sounds, m_sorter, m_folderWatch},
-            FocusStore::Options{});
+        m_store.emplace(FocusStore::Services{m_preferences, m_clock, m_notifier, m_sounds, m_sorter,
+                                             m_folderWatch, m_loginItem},
+                        FocusStore::Options{});
         m_view = new FocusPanelView(*m_store, m_clock,
                                     {[] {}, [] {}, [](const QPoint &) {}, [](const QUrl &) {}}, &m_window);
         m_window.resize(344, 500);
@@ -84,6 +85,7 @@ private:
     AppNotifier m_notifier{m_center};
     NoSounds m_sounds;
     InotifyFolderWatch m_folderWatch;
+    FakeLoginItem m_loginItem;
     OpenRouterTaskSorter m_sorter{ServiceOrigin{{}, QStringLiteral("no service here")}};
     std::optional<FocusStore> m_store;
     QWidget m_window;

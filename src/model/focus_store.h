@@ -22,6 +22,7 @@ class AppNotifier;
 class FolderWatch;
 class InboxReader;
 class InboxWatcher;
+class LoginItem;
 class OpenRouterTaskSorter;
 class Preferences;
 class Sounds;
@@ -47,6 +48,7 @@ public:
         Sounds &sounds;
         OpenRouterTaskSorter &sorter;
         FolderWatch &folderWatch;
+        LoginItem &loginItem;
     };
     struct Options
     {
@@ -162,6 +164,13 @@ public:
     // --- The panel: focus_store_panel.cpp -------------------------------------------------------------------
     void exitGhostMode();
 
+    // --- Launching at login: focus_store_login.cpp ---------------------------------------------------------
+    /// Follows what the system says of the login item; registers and unregisters nothing.
+    void refreshLoginItemStatus();
+    /// Registers or unregisters at once; where the system refuses, the switch goes back and loginItemStatus says why.
+    void setLaunchAtLogin(bool isWanted);
+    void applyLaunchAtLoginPreference(); ///< Makes the system do what launchAtLogin says.
+
     // --- Undo, redo and the status line: focus_store_history.cpp -------------------------------------------
     void undo();
     void redo();
@@ -237,6 +246,8 @@ private:
     void setUpPhase(PomodoroPhase phase);
     void followShorterDuration(PomodoroPhase phase);
 
+    void followLoginItem();
+
     void beginAIWork(const QString &status);
     void endAIWork(const QString &status);
 
@@ -252,6 +263,7 @@ private:
     AppNotifier &m_notifier;
     Sounds &m_sounds;
     OpenRouterTaskSorter &m_sorter;
+    LoginItem &m_loginItem;
     const bool m_isPersistenceEnabled;
     bool m_isRestoringState = false;
     bool m_isSaveFailing = false;

@@ -62,6 +62,7 @@ FocusStore::FocusStore(const Services &services, Options options)
     , m_notifier(services.notifier)
     , m_sounds(services.sounds)
     , m_sorter(services.sorter)
+    , m_loginItem(services.loginItem)
     , m_isPersistenceEnabled(options.loadSavedState)
     , m_answersOwner(std::make_unique<QObject>())
 {
@@ -80,6 +81,7 @@ void FocusStore::load()
     std::optional<SavedState> state;
     if (stored.status == Preferences::ReadStatus::Found)
         state = decodeSavedState(stored.bytes);
+    followLoginItem();
     if (state) {
         apply(*state);
         const TaskList topLevel = topLevelTasks();

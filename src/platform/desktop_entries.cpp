@@ -58,27 +58,6 @@ QString unescaped(QStringView value)
     return text;
 }
 
-/// The keys and values of the group "Desktop Entry". The first of two equal keys counts.
-QHash<QString, QString> entryGroup(const QString &text)
-{
-    QHash<QString, QString> values;
-    bool isInGroup = false;
-    for (QStringView line : QStringView(text).split(u'\n')) {
-        line = line.trimmed();
-        if (line.startsWith(u'[')) {
-            if (isInGroup)
-                break;
-            isInGroup = line == QLatin1String("[Desktop Entry]");
-        } else if (isInGroup && !line.startsWith(u'#')) {
-            const qsizetype equals = line.indexOf(u'=');
-            const QString key = line.left(std::max<qsizetype>(equals, 0)).trimmed().toString();
-            if (!key.isEmpty() && !values.contains(key))
-                values.insert(key, unescaped(line.mid(equals + 1).trimmed()));
-        }
-    }
-    return values;
-}
-
 QString localizedValue(const QHash<QString, QString> &values, const QString &key, const QString &locale)
 {
     for (const QString &variant : localeVariants(locale)) {
@@ -89,38 +68,10 @@ QString localizedValue(const QHash<QString, QString> &values, const QString &key
     return values.value(key).trimmed();
 }
 
-/// The words of an Exec line; quotes hold a word together.
-QStringList words(const QString &command)
-{
-    QStringList result;
-    QString word;
-    bool isQuoted = false;
-    bool isInWord = false;
-    for (qsizetype i = 0; i < command.size(); ++i) {
-        const QChar c = command[i];
-        if (c == u'"') {
-            isQuoted = !isQuoted;
-            isInWord = true;
-        } else if (isQuoted && c == u'\\' && i + 1 < command.size()) {
-            word += command[++i];
-        } else if (!isQuoted && c == u' ') {
-            if (isInWord)
-                result << std::exchange(word, {});
-            isInWord = false;
-        } else {
-            word += c;
-            isInWord = true;
-        }
-    }
-    if (isInWord)
-        result << word;
-    return result;
-}
-
 /// The file name of the program that a command starts, behind "env" and its settings.
 QString programOf(const QString &command)
 {
-    for (const QString &word : words(command)) {
+    for (const QString &word : commandWords(command)) {
         const QString name = word.section(u'/', -1);
         if (name != QLatin1String("env") && !word.contains(u'=') && !word.startsWith(u'-'))
             return name;
@@ -160,11 +111,7 @@ void claim(QHash<QString, qsizetype> &index, const QString &key, qsizetype entry
 
 std::optional<DesktopEntry> DesktopEntry::parse(const QByteArray &bytes, const QString &locale)
 {
-    QStringDecoder decoder(QStringConverter::Utf8);
-    const QString text = decoder(bytes);
-    if (decoder.hasError())
-        return std::nullopt;
-    const QHash<QString, QString> values = entryGroup(text);
+    const QHash<QString, QString> values = desktopEntryValues(bytes);
     DesktopEntry entry;
     entry.name = localizedValue(values, QStringLiteral("Name"), locale);
     if (entry.name.isEmpty() || values.value(QStringLiteral("Type")) != QLatin1String("Application"))
@@ -222,6 +169,57 @@ RunningApplication DesktopEntries::application(const WindowIdentity &window) con
             return {std::nullopt, name};
     }
     return {};
+}
+
+QHash<QString, QString> desktopEntryValues(const QByteArray &bytes)
+{
+    QStringDecoder decoder(QStringConverter::Utf8);
+    const QString text = decoder(bytes);
+    if (decoder.hasError())
+        return {};
+    QHash<QString, QString> values;
+    bool isInGroup = false;
+    for (QStringView line : QStringView(text).split(u'\n')) {
+        line = line.trimmed();
+        if (line.startsWith(u'[')) {
+            if (isInGroup)
+                break;
+            isInGroup = line == QLatin1String("[Desktop Entry]");
+        } else if (isInGroup && !line.startsWith(u'#')) {
+            const qsizetype equals = line.indexOf(u'=');
+            const QString key = line.left(std::max<qsizetype>(equals, 0)).trimmed().toString();
+            if (!key.isEmpty() && !values.contains(key))
+                values.insert(key, unescaped(line.mid(equals + 1).trimmed()));
+        }
+    }
+    return values;
+}
+
+QStringList commandWords(const QString &command)
+{
+    QStringList result;
+    QString word;
+    bool isQuoted = false;
+    bool isInWord = false;
+    for (qsizetype i = 0; i < command.size(); ++i) {
+        const QChar c = command[i];
+        if (c == u'"') {
+            isQuoted = !isQuoted;
+            isInWord = true;
+        } else if (isQuoted && c == u'\\' && i + 1 < command.size()) {
+            word += command[++i];
+        } else if (!isQuoted && c == u' ') {
+            if (isInWord)
+                result << std::exchange(word, {});
+            isInWord = false;
+        } else {
+            word += c;
+            isInWord = true;
+        }
+    }
+    if (isInWord)
+        result << word;
+    return result;
 }
 
 std::optional<DesktopEntry> readDesktopEntry(const QString &path)

@@ -61,6 +61,13 @@ private:
     QHash<QString, qsizetype> m_byProgram;
 };
 
+/// The keys and values of the group "Desktop Entry" of a .desktop file, their escapes taken back. Empty for what is not
+/// text. The first of two equal keys counts.
+[[nodiscard]] QHash<QString, QString> desktopEntryValues(const QByteArray &bytes);
+
+/// The words of an entry's Exec value. Quotes hold a word together; codes such as %f stay as they are.
+[[nodiscard]] QStringList commandWords(const QString &command);
+
 /// The entry in a .desktop file, with the id that it has by its place below an applications folder, else by its file's
 /// name. Nothing if the file is none or cannot be read.
 [[nodiscard]] std::optional<DesktopEntry> readDesktopEntry(const QString &path);

@@ -7,6 +7,7 @@
 #include "platform/frontmost_application.h"
 #include "platform/global_shortcuts.h"
 #include "platform/installed_applications.h"
+#include "platform/login_item.h"
 #include "platform/modifier_keys.h"
 #include "platform/notification_center.h"
 #include "platform/panel_window.h"
@@ -34,6 +35,7 @@ struct Platform
     std::unique_ptr<Sounds> sounds;
     std::unique_ptr<NotificationCenter> notificationCenter;
     std::unique_ptr<FolderWatch> folderWatch;
+    std::unique_ptr<LoginItem> loginItem;
     std::unique_ptr<InstalledApplications> installedApplications; ///< Before those who look into it.
     std::unique_ptr<FrontmostApplication> frontmostApplication;
 };

@@ -15,7 +15,7 @@ AppDelegate::AppDelegate(Platform &platform)
     , m_notifier(*platform.notificationCenter)
     , m_sorter(ServiceOrigin::fromEnvironment())
     , m_store({*platform.preferences, *platform.clock, m_notifier, *platform.sounds, m_sorter,
-               *platform.folderWatch},
+               *platform.folderWatch, *platform.loginItem},
               {})
 {
     m_platform.desktopAppearance->follow([this](const Appearance &appearance) {

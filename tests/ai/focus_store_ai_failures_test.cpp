@@ -34,6 +34,7 @@ struct LeavingStore
     FakeNotificationCenter notificationCenter;
     FakeSounds sounds;
     FakeFolderWatch folderWatch;
+    FakeLoginItem loginItem;
     AppNotifier notifier{notificationCenter};
     OpenRouterTaskSorter sorter;
     std::optional<FocusStore> store;
@@ -41,8 +42,9 @@ struct LeavingStore
     explicit LeavingStore(const QUrl &origin, const HttpExchange::Limits &limits = {})
         : sorter({origin, {}}, limits)
     {
-        store.emplace(FocusStore::Services{preferences, clock, notifier, sounds, sorter, folderWatch},
-                      FocusStore::Options{.monitorInbox = false});
+        store.emplace(
+            FocusStore::Services{preferences, clock, notifier, sounds, sorter, folderWatch, loginItem},
+            FocusStore::Options{.monitorInbox = false});
         store->apiKeyOverride.set(u("sk-secret"));
     }
     [[nodiscard]] QByteArray document() const { return preferences.read(FocusStore::storageKey()).bytes; }

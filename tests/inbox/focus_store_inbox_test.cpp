@@ -236,9 +236,9 @@ private Q_SLOTS:
         FakeFolderWatch folderWatch;
         {
             StoreOnFakes fakes{TaskList{}};
-            const FocusStore store(
-                {fakes.preferences, fakes.clock, fakes.notifier, fakes.sounds, fakes.sorter, folderWatch},
-                {.loadSavedState = false});
+            const FocusStore store({fakes.preferences, fakes.clock, fakes.notifier, fakes.sounds,
+                                    fakes.sorter, folderWatch, fakes.loginItem},
+                                   {.loadSavedState = false});
             QVERIFY(!folderWatch.folder().isEmpty());
         }
         QVERIFY(folderWatch.folder().isEmpty());

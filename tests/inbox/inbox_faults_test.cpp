@@ -24,13 +24,14 @@ struct RealWatching
     FakeNotificationCenter notificationCenter;
     FakeSounds sounds;
     InotifyFolderWatch folderWatch;
+    FakeLoginItem loginItem;
     AppNotifier notifier{notificationCenter};
     OpenRouterTaskSorter sorter{StoreOnFakes::noService()};
     FocusStore store;
 
     RealWatching()
         : preferences(StoreOnFakes::preferencesWith(StoreOnFakes::documentWith({}, std::nullopt)))
-        , store({preferences, clock, notifier, sounds, sorter, folderWatch}, {})
+        , store({preferences, clock, notifier, sounds, sorter, folderWatch, loginItem}, {})
     {
     }
 };

@@ -56,13 +56,14 @@ struct Watching
     FakeNotificationCenter notificationCenter;
     FakeSounds sounds;
     FakeFolderWatch folderWatch;
+    FakeLoginItem loginItem;
     AppNotifier notifier{notificationCenter};
     OpenRouterTaskSorter sorter{StoreOnFakes::noService()};
     FocusStore store;
 
     explicit Watching(const TaskList &tasks = {})
         : preferences(StoreOnFakes::preferencesWith(StoreOnFakes::documentWith(tasks, std::nullopt)))
-        , store({preferences, clock, notifier, sounds, sorter, folderWatch}, {})
+        , store({preferences, clock, notifier, sounds, sorter, folderWatch, loginItem}, {})
     {
         clock.advance(std::chrono::milliseconds(0));
     }

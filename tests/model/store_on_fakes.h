@@ -7,6 +7,7 @@
 #include "notify/app_notifier.h"
 #include "support/fake_clock.h"
 #include "support/fake_folder_watch.h"
+#include "support/fake_login_item.h"
 #include "support/fake_notification_center.h"
 #include "support/fake_preferences.h"
 #include "support/fake_sounds.h"
@@ -63,6 +64,7 @@ struct StoreOnFakes
     FakeNotificationCenter notificationCenter;
     FakeSounds sounds;
     FakeFolderWatch folderWatch;
+    FakeLoginItem loginItem;
     AppNotifier notifier{notificationCenter};
     OpenRouterTaskSorter sorter; ///< Asks nobody, unless an origin is given.
     FocusStore store;
@@ -78,7 +80,8 @@ struct StoreOnFakes
     explicit StoreOnFakes(const QByteArray &document, const ServiceOrigin &origin = noService())
         : preferences(preferencesWith(document))
         , sorter(origin)
-        , store({preferences, clock, notifier, sounds, sorter, folderWatch}, {.monitorInbox = false})
+        , store({preferences, clock, notifier, sounds, sorter, folderWatch, loginItem},
+                {.monitorInbox = false})
     {
     }
 

@@ -34,6 +34,7 @@ private:
         FakeClock clock;
         FakeSounds sounds;
         FakeFolderWatch folderWatch;
+        FakeLoginItem loginItem;
         DBusNotificationCenter center{sounds};
         AppNotifier notifier{center};
         OpenRouterTaskSorter sorter{StoreOnFakes::noService()};
@@ -42,7 +43,8 @@ private:
         Desk(const QString &busAddress, const TaskList &tasks, std::optional<QUuid> activeTaskID)
             : daemon(busAddress)
             , preferences(StoreOnFakes::preferencesWith(StoreOnFakes::documentWith(tasks, activeTaskID)))
-            , store({preferences, clock, notifier, sounds, sorter, folderWatch}, {.monitorInbox = false})
+            , store({preferences, clock, notifier, sounds, sorter, folderWatch, loginItem},
+                    {.monitorInbox = false})
         {
         }
 

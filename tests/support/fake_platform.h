@@ -7,6 +7,7 @@
 #include "support/fake_folder_watch.h"
 #include "support/fake_frontmost_application.h"
 #include "support/fake_global_shortcuts.h"
+#include "support/fake_login_item.h"
 #include "support/fake_modifier_keys.h"
 #include "support/fake_notification_center.h"
 #include "support/fake_panel_window.h"
@@ -35,6 +36,7 @@ struct FakePlatform
         platform.sounds.reset(sounds);
         platform.notificationCenter.reset(notificationCenter);
         platform.folderWatch.reset(folderWatch);
+        platform.loginItem.reset(loginItem);
         platform.installedApplications = std::make_unique<InstalledApplications>();
         platform.frontmostApplication.reset(frontmostApplication);
     }
@@ -50,6 +52,7 @@ struct FakePlatform
     FakeSounds *sounds = new FakeSounds;
     FakeNotificationCenter *notificationCenter = new FakeNotificationCenter;
     FakeFolderWatch *folderWatch = new FakeFolderWatch;
+    FakeLoginItem *loginItem = new FakeLoginItem;
     FakeFrontmostApplication *frontmostApplication = new FakeFrontmostApplication;
     Platform platform; ///< Owns them.
 };

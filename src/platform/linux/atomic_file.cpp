@@ -13,7 +13,6 @@ namespace wrenfold {
 
 namespace {
 
-constexpr mode_t privateFile = 0600;
 constexpr mode_t privateFolder = 0700;
 constexpr mode_t groupAndOthers = 0077;
 
@@ -28,10 +27,10 @@ QString failure(QLatin1String action, const QString &path)
 class Descriptor
 {
 public:
-    Descriptor(FileSystem &fileSystem, const QString &path, int flags)
+    Descriptor(FileSystem &fileSystem, const QString &path, int flags, mode_t mode = 0)
         : m_fileSystem(fileSystem)
         , m_file(uninterrupted(
-              [&] { return fileSystem.open(QFile::encodeName(path), flags | O_CLOEXEC, privateFile); }))
+              [&] { return fileSystem.open(QFile::encodeName(path), flags | O_CLOEXEC, mode); }))
     {
     }
 
@@ -109,11 +108,12 @@ QString temporaryFor(const QString &path)
 }
 
 /// A leftover is unlinked rather than truncated: it may be a link or a pipe, or have another mode.
-std::optional<QString> writeNewFile(FileSystem &fileSystem, const QString &path, const QByteArray &bytes)
+std::optional<QString> writeNewFile(FileSystem &fileSystem, const QString &path, const QByteArray &bytes,
+                                    mode_t mode)
 {
     if (fileSystem.unlink(QFile::encodeName(path)) != 0 && errno != ENOENT)
         return failure(QLatin1String("remove"), path);
-    Descriptor file(fileSystem, path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW);
+    Descriptor file(fileSystem, path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, mode);
     if (!file.isOpen())
         return failure(QLatin1String("create"), path);
     if (!file.write(bytes))
@@ -154,10 +154,11 @@ std::optional<QString> makeFolder(FileSystem &fileSystem, const QString &path)
 
 } // namespace
 
-std::optional<QString> replaceFile(FileSystem &fileSystem, const QString &path, const QByteArray &bytes)
+std::optional<QString> replaceFile(FileSystem &fileSystem, const QString &path, const QByteArray &bytes,
+                                   mode_t mode)
 {
     const QString temporary = temporaryFor(path);
-    auto error = writeNewFile(fileSystem, temporary, bytes);
+    auto error = writeNewFile(fileSystem, temporary, bytes, mode);
     if (!error)
         error = moveFile(fileSystem, temporary, path);
     if (error)

@@ -13,12 +13,12 @@
 
 namespace wrenfold {
 
-/// Puts a file of mode 0600 with these bytes in the place of whatever file or link bears the name. They are
+/// Puts a file of this mode with these bytes in the place of whatever file or link bears the name. They are
 /// written to a hidden file in the same folder first, so at every moment the old or the new file is there
 /// whole. There must be one writer; the hidden file of a writer that was killed is overwritten by the next.
 /// After an error the old file is in place, or, if only the flush of the folder failed, the new one.
 [[nodiscard]] std::optional<QString> replaceFile(FileSystem &fileSystem, const QString &path,
-                                                 const QByteArray &bytes);
+                                                 const QByteArray &bytes, mode_t mode = 0600);
 
 /// Renames within one folder, replacing what bears the new name.
 [[nodiscard]] std::optional<QString> moveFile(FileSystem &fileSystem, const QString &from, const QString &to);

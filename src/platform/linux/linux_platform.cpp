@@ -12,6 +12,7 @@
 #include "platform/linux/x11_frontmost_application.h"
 #include "platform/linux/x11_modifier_keys.h"
 #include "platform/linux/x11_panel_window.h"
+#include "platform/linux/xdg_autostart_login_item.h"
 #include "platform/none/no_frontmost_application.h"
 #include "platform/none/no_global_shortcuts.h"
 #include "platform/none/no_panel_window.h"
@@ -96,6 +97,7 @@ Platform makePlatform()
     platform.sounds = std::make_unique<CanberraSounds>();
     platform.notificationCenter = std::make_unique<DBusNotificationCenter>(*platform.sounds);
     platform.folderWatch = std::make_unique<InotifyFolderWatch>();
+    platform.loginItem = std::make_unique<XdgAutostartLoginItem>(QCoreApplication::applicationFilePath());
     platform.installedApplications = std::make_unique<InstalledApplications>();
     platform.frontmostApplication =
         makeFrontmostApplication(*platform.installedApplications, *platform.clock);
