@@ -51,6 +51,7 @@ void AppDelegate::applicationDidFinishLaunching()
     makeFocusGuard();
     m_reorderKeyController.emplace(m_store, *m_platform.modifierKeys);
     m_reorderKeyController->install();
+    m_store.refreshLoginItemStatus();
     m_store.exitGhostMode();
     showPanel();
     m_platform.singleInstance->listen([this] { showPanel(); });

@@ -4,6 +4,8 @@
 #include "support/test_case.h"
 #include "views/panel_row_widget.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QRegularExpression>
 #include <QScreen>
 
@@ -150,6 +152,20 @@ private Q_SLOTS:
                  (QStringList{QStringLiteral("info app: launch accessory mode verbose=false"),
                               QStringLiteral("info ui: status bar ready"),
                               QStringLiteral("info app: ready open=1 todayDone=1")}));
+    }
+
+    void theStartAsksTheLoginItemAndChangesNothingThere()
+    {
+        Program program;
+        QJsonObject document =
+            QJsonDocument::fromJson(program.fakes.preferences->read(FocusStore::storageKey()).bytes).object();
+        document.insert(QStringLiteral("launchAtLogin"), true);
+        program.fakes.preferences->setValue(FocusStore::storageKey(), QJsonDocument(document).toJson());
+        program.delegate = std::make_unique<AppDelegate>(program.fakes.platform);
+        LogCapture log;
+        program.delegate->applicationDidFinishLaunching();
+        QCOMPARE(program.fakes.loginItem->changeCount(), 0);
+        QVERIFY(log.take().filter(QStringLiteral(" login: ")).isEmpty());
     }
 
     void aSecondStartShowsThePanelAgain()
