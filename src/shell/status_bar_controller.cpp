@@ -3,7 +3,6 @@
 
 #include "app/debug_log.h"
 #include "model/focus_store.h"
-#include "shell/status_bar_state.h"
 #include "shell/status_icon.h"
 
 #include <QCursor>
@@ -32,6 +31,15 @@ QString word(TimerUrgency urgency)
     return QStringLiteral("normal");
 }
 
+void log(const StatusBarState &state)
+{
+    if (DebugLog::isVerbose())
+        qCDebug(DebugLog::ui).noquote() << QStringLiteral("menubar timer=") +
+                                               word(state.shouldShowMenubarTimer) + QStringLiteral(" text=") +
+                                               state.title() + QStringLiteral(" urgency=") +
+                                               word(state.timer.urgency());
+}
+
 } // namespace
 
 StatusBarController::StatusBarController(FocusStore &store, Clock &clock, StatusItem &statusItem,
@@ -44,11 +52,12 @@ StatusBarController::StatusBarController(FocusStore &store, Clock &clock, Status
     m_statusItem.show({
         .activate = [this] { statusItemClicked(); },
         .openMenu = [this] { popUpMenu(); },
-        .menuRows = [this] { return menuRows(); },
+        .menuRows = [this] { return menuRows(StatusBarState::of(m_store)); },
         .chooseRow = [this](int command) { chooseRow(command); },
         .labelShown =
             [this](bool isLabelShown) {
                 m_isLabelShown = isLabelShown;
+                m_state.reset();
                 updateStatusItem();
             },
     });
@@ -75,26 +84,16 @@ void StatusBarController::installObservers()
 void StatusBarController::updateStatusItem()
 {
     const StatusBarState state = StatusBarState::of(m_store);
-    const StatusItemContent content{statusIcon(state, m_isLabelShown), state.title(), state.tooltipText()};
-    if (content != m_content) {
-        m_content = content;
-        m_statusItem.setContent(content);
-        logStatusItem();
-    }
-    const QList<StatusMenuRow> rows = menuRows();
+    if (state == m_state)
+        return; // One operation may announce several values.
+    m_state = state;
+    m_statusItem.setContent({statusIcon(state, m_isLabelShown), state.title(), state.tooltipText()});
+    log(state);
+    const QList<StatusMenuRow> rows = menuRows(state);
     if (rows != m_rows) {
         m_rows = rows;
         m_statusItem.updateMenu();
     }
-}
-
-void StatusBarController::logStatusItem() const
-{
-    if (DebugLog::isVerbose())
-        qCDebug(DebugLog::ui).noquote() << QStringLiteral("menubar timer=") +
-                                               word(m_store.shouldShowMenubarTimer()) +
-                                               QStringLiteral(" text=") + m_content->label +
-                                               QStringLiteral(" urgency=") + word(m_store.timerUrgency());
 }
 
 void StatusBarController::statusItemClicked()
@@ -108,7 +107,7 @@ void StatusBarController::statusItemClicked()
 void StatusBarController::popUpMenu()
 {
     m_menu.clear();
-    const QList<StatusMenuRow> rows = menuRows();
+    const QList<StatusMenuRow> rows = menuRows(StatusBarState::of(m_store));
     for (const StatusMenuRow &row : rows) {
         if (row.isSeparator()) {
             m_menu.addSeparator();
@@ -121,9 +120,9 @@ void StatusBarController::popUpMenu()
     m_menu.popup(QCursor::pos());
 }
 
-QList<StatusMenuRow> StatusBarController::menuRows() const
+QList<StatusMenuRow> StatusBarController::menuRows(const StatusBarState &state) const
 {
-    QList<StatusMenuRow> rows = makeMenu(StatusBarState::of(m_store));
+    QList<StatusMenuRow> rows = makeMenu(state);
     for (StatusMenuRow &row : rows) {
         if ((row.command == static_cast<int>(StatusCommand::ShowAIChat) && !m_actions.showAIChat) ||
             (row.command == static_cast<int>(StatusCommand::ShowSettings) && !m_actions.showSettings))
@@ -134,7 +133,7 @@ QList<StatusMenuRow> StatusBarController::menuRows() const
 
 void StatusBarController::chooseRow(int command)
 {
-    const QList<StatusMenuRow> rows = menuRows();
+    const QList<StatusMenuRow> rows = menuRows(StatusBarState::of(m_store));
     // What was chosen in a menu that is out of date may not be there any more.
     const bool isOffered = std::any_of(rows.begin(), rows.end(), [command](const StatusMenuRow &row) {
         return row.command == command && row.isEnabled;

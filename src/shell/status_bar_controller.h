@@ -4,6 +4,7 @@
 #include "model/published.h"
 #include "platform/midnight_call.h"
 #include "platform/status_item.h"
+#include "shell/status_bar_state.h"
 #include "shell/status_menu.h"
 
 #include <QMenu>
@@ -31,10 +32,9 @@ public:
 private:
     void installObservers();
     void updateStatusItem();
-    void logStatusItem() const;
     void statusItemClicked();
     void popUpMenu();
-    [[nodiscard]] QList<StatusMenuRow> menuRows() const;
+    [[nodiscard]] QList<StatusMenuRow> menuRows(const StatusBarState &state) const;
     void chooseRow(int command);
     void choose(StatusCommand command);
     void showPanel();
@@ -45,9 +45,9 @@ private:
     StatusItem &m_statusItem;
     Actions m_actions;
     bool m_isLabelShown = false;
-    std::optional<StatusItemContent> m_content; ///< What is shown; nothing before the first drawing.
-    QList<StatusMenuRow> m_rows;                ///< Those the item was told of last.
-    QMenu m_menu; ///< Where the host leaves the menu to us; filled when it opens.
+    std::optional<StatusBarState> m_state; ///< Drawn last; nothing when the item is to be drawn in any case.
+    QList<StatusMenuRow> m_rows;           ///< Those the item was told of last.
+    QMenu m_menu;                          ///< Where the host leaves the menu to us; filled when it opens.
     MidnightCall m_midnightCall;
     std::vector<Subscription> m_subscriptions;
 };
