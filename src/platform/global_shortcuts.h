@@ -3,6 +3,8 @@
 
 #include "platform/availability.h"
 
+#include <QStringList>
+
 #include <cstdint>
 #include <functional>
 
@@ -33,6 +35,16 @@ struct GlobalShortcut
     uint32_t modifiers = 0; ///< Of HotKeyModifier.
     QString description;    ///< For the user, where the desktop lists shortcuts; plain text.
 };
+
+/// The lower-case letter of a VirtualKey; null for another code.
+[[nodiscard]] QChar letterOf(uint32_t keyCode);
+/// As people write it: Ctrl+Alt+Super+P.
+[[nodiscard]] QString nameOf(const GlobalShortcut &shortcut);
+
+/// What the user can do where presses do not arrive: the end of a line.
+[[nodiscard]] QString globalShortcutsRemedy();
+/// What a service says of itself: the names of the shortcuts that it was refused, and whether it has others.
+[[nodiscard]] Availability availabilityWithout(const QStringList &refused, bool hasOthers);
 
 /// The desktop's service for global shortcuts. Everything is called on the main thread, and calls back on it; nothing
 /// here waits for the user.

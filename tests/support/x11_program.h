@@ -80,6 +80,28 @@ public:
         sync();
     }
 
+    /// Takes the keyboard without asking a window manager. The window must be in sight.
+    void focus() const
+    {
+        xcb_set_input_focus(m_connection, XCB_INPUT_FOCUS_PARENT, m_window, XCB_CURRENT_TIME);
+        sync();
+    }
+
+    /// Asks for a key whoever has the keyboard. Whether nobody else had it.
+    [[nodiscard]] bool grabKey(xcb_keycode_t key, uint16_t modifiers) const
+    {
+        const auto cookie = xcb_grab_key_checked(m_connection, 0, m_screen->root, modifiers, key,
+                                                 XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+        xcb_generic_error_t *error = xcb_request_check(m_connection, cookie);
+        std::free(error);
+        return !error;
+    }
+    void ungrabKey(xcb_keycode_t key, uint16_t modifiers) const
+    {
+        xcb_ungrab_key(m_connection, key, m_screen->root, modifiers);
+        sync();
+    }
+
     xcb_atom_t atom(const char *name) const
     {
         const auto cookie = xcb_intern_atom(m_connection, 0, uint16_t(qstrlen(name)), name);

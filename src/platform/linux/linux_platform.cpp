@@ -10,6 +10,7 @@
 #include "platform/linux/session_bus_probe.h"
 #include "platform/linux/wlroots_frontmost_application.h"
 #include "platform/linux/x11_frontmost_application.h"
+#include "platform/linux/x11_global_shortcuts.h"
 #include "platform/linux/x11_modifier_keys.h"
 #include "platform/linux/x11_panel_window.h"
 #include "platform/linux/xdg_autostart_login_item.h"
@@ -33,6 +34,12 @@ bool runsOnX11()
     return QGuiApplication::platformName() == QLatin1String("xcb");
 }
 
+/// Under Xwayland the server hears of no key while a Wayland window has the keyboard.
+bool hearsOfAllKeys()
+{
+    return runsOnX11() && !qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+}
+
 bool runsInPlasmaOnWayland()
 {
     const QStringList desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':');
@@ -49,10 +56,16 @@ std::unique_ptr<PanelWindow> makePanelWindow()
 
 std::unique_ptr<ModifierKeys> makeModifierKeys()
 {
-    // Under Xwayland the server hears of no key while a Wayland window has the keyboard.
-    if (runsOnX11() && !qEnvironmentVariableIsSet("WAYLAND_DISPLAY"))
+    if (hearsOfAllKeys())
         return std::make_unique<X11ModifierKeys>();
     return std::make_unique<OwnModifierKeys>();
+}
+
+std::unique_ptr<GlobalShortcuts> makeGlobalShortcuts()
+{
+    if (hearsOfAllKeys())
+        return std::make_unique<X11GlobalShortcuts>();
+    return std::make_unique<NoGlobalShortcuts>();
 }
 
 std::unique_ptr<FrontmostApplication> makeFrontmostApplication(InstalledApplications &installed, Clock &clock)
@@ -92,7 +105,7 @@ Platform makePlatform()
     platform.desktopAppearance = std::make_unique<PortalAppearance>();
     platform.panelWindow = makePanelWindow();
     platform.modifierKeys = makeModifierKeys();
-    platform.globalShortcuts = std::make_unique<NoGlobalShortcuts>();
+    platform.globalShortcuts = makeGlobalShortcuts();
     platform.statusItem = std::make_unique<NoStatusItem>();
     platform.sounds = std::make_unique<CanberraSounds>();
     platform.notificationCenter = std::make_unique<DBusNotificationCenter>(*platform.sounds);

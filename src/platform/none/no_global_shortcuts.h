@@ -12,8 +12,7 @@ public:
     [[nodiscard]] Availability availability() const override
     {
         return {Availability::Level::NotAvailable,
-                QStringLiteral("This desktop gives programs no global keys: bind keys of its own to "
-                               "wrenfold --toggle-panel, --hide-panel and --new-todo.")};
+                QStringLiteral("This desktop gives programs no global keys: ") + globalShortcutsRemedy()};
     }
     void installEventHandler(const EventHandler & /*handler*/) override { m_hasEventHandler = true; }
     [[nodiscard]] bool hasEventHandler() const override { return m_hasEventHandler; }
