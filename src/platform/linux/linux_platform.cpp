@@ -6,6 +6,7 @@
 #include "platform/linux/kwin_frontmost_application.h"
 #include "platform/linux/linux_single_instance.h"
 #include "platform/linux/portal_appearance.h"
+#include "platform/linux/portal_global_shortcuts.h"
 #include "platform/linux/session_bus.h"
 #include "platform/linux/session_bus_probe.h"
 #include "platform/linux/wlroots_frontmost_application.h"
@@ -65,6 +66,8 @@ std::unique_ptr<GlobalShortcuts> makeGlobalShortcuts()
 {
     if (hearsOfAllKeys())
         return std::make_unique<X11GlobalShortcuts>();
+    if (qEnvironmentVariableIsSet("WAYLAND_DISPLAY"))
+        return std::make_unique<PortalGlobalShortcuts>();
     return std::make_unique<NoGlobalShortcuts>();
 }
 

@@ -73,11 +73,6 @@ Availability X11GlobalShortcuts::availability() const
     return availabilityWithout(refused, hasOthers);
 }
 
-void X11GlobalShortcuts::installEventHandler(const EventHandler &handler)
-{
-    m_handler = handler;
-}
-
 bool X11GlobalShortcuts::registerShortcut(const GlobalShortcut &shortcut)
 {
     const QString name = nameOf(shortcut);

@@ -26,7 +26,7 @@ public:
     ~X11GlobalShortcuts() override;
 
     [[nodiscard]] Availability availability() const override;
-    void installEventHandler(const EventHandler &handler) override;
+    void installEventHandler(const EventHandler &handler) override { m_handler = handler; }
     [[nodiscard]] bool hasEventHandler() const override { return static_cast<bool>(m_handler.pressed); }
     [[nodiscard]] bool registerShortcut(const GlobalShortcut &shortcut) override;
     void unregisterShortcut(uint32_t id) override;

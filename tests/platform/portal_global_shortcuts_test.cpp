@@ -1,0 +1,355 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/portal_global_shortcuts.h"
+
+#include "app/application_id.h"
+#include "support/fake_shortcuts_portal.h"
+#include "support/private_bus.h"
+#include "support/test_case.h"
+
+#include <QDBusObjectPath>
+
+#include <csignal>
+
+namespace wrenfold {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr int32_t signature = 0x574E4644;
+const GlobalShortcut shortcutP{signature, 1, VirtualKey::P, 6400, QStringLiteral("Show or hide")};
+const GlobalShortcut shortcutH{signature, 2, VirtualKey::H, 6400, QStringLiteral("Hide")};
+const GlobalShortcut shortcutT{signature, 3, VirtualKey::T, 6400, QStringLiteral("New TODO")};
+const auto idOfP = QStringLiteral("WNFD-1");
+const auto idOfH = QStringLiteral("WNFD-2");
+const auto idOfT = QStringLiteral("WNFD-3");
+
+using Ids = QList<uint32_t>;
+
+/// One address for all tests, because the bus library looks for it once in a process.
+PrivateBus &theBus()
+{
+    static PrivateBus bus;
+    return bus;
+}
+
+/// A bus with a portal that has yet to come, the program's side of it, and what that was told.
+struct Desk
+{
+    PrivateBus &bus = theBus();
+    FakeShortcutsPortal portal{bus.address()};
+    Ids pressed;
+    Ids refused;
+    PortalGlobalShortcuts shortcuts;
+
+    explicit Desk(std::chrono::milliseconds patience = 30s)
+        : shortcuts(patience)
+    {
+        const QString error = bus.start();
+        if (!error.isEmpty())
+            qFatal("%s", qPrintable(error));
+        shortcuts.installEventHandler({.pressed = [this](uint32_t id) { pressed << id; },
+                                       .refused = [this](uint32_t id) { refused << id; }});
+    }
+    ~Desk() { bus.stop(); }
+
+    /// Whether all three were taken for now.
+    [[nodiscard]] bool registerAll()
+    {
+        return shortcuts.registerShortcut(shortcutP) && shortcuts.registerShortcut(shortcutH) &&
+               shortcuts.registerShortcut(shortcutT);
+    }
+    [[nodiscard]] Availability::Level level() const { return shortcuts.availability().level; }
+};
+
+const Availability nothing =
+    availabilityWithout({QStringLiteral("Ctrl+Alt+Super+P"), QStringLiteral("Ctrl+Alt+Super+H"),
+                         QStringLiteral("Ctrl+Alt+Super+T")},
+                        false);
+
+} // namespace
+
+/// The desktop's portal that says yes, no, half of it, and nothing.
+class PortalGlobalShortcutsTest : public TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { qputenv("DBUS_SESSION_BUS_ADDRESS", theBus().address().toUtf8()); }
+
+    void whatIsGrantedWorks()
+    {
+        Desk desk;
+        QVERIFY(desk.portal.arrive());
+        QVERIFY(desk.registerAll());
+        QCOMPARE(desk.shortcuts.availability(), nothing); // Until the desktop has answered.
+        QTRY_COMPARE(desk.shortcuts.availability(), Availability());
+        desk.portal.press(idOfT);
+        desk.portal.press(idOfP);
+        QTRY_COMPARE(desk.pressed, (Ids{3, 1}));
+        QCOMPARE(desk.refused, Ids());
+    }
+
+    void theRequestsAreWhatPortalsWant()
+    {
+        Desk desk;
+        QVERIFY(desk.portal.arrive());
+        QVERIFY(desk.registerAll());
+        QTRY_COMPARE(desk.shortcuts.availability(), Availability());
+        QCOMPARE(desk.portal.calls(),
+                 (QStringList{QStringLiteral("Register"), QStringLiteral("CreateSession"),
+                              QStringLiteral("BindShortcuts")}));
+        QCOMPARE(desk.portal.applicationID(), applicationID());
+        const QList<PortalShortcut> &bound = desk.portal.bound();
+        QCOMPARE(bound.size(), 3);
+        QCOMPARE(bound[0].id, idOfP);
+        QCOMPARE(bound[2].id, idOfT);
+        QCOMPARE(bound[0].properties,
+                 (QVariantMap{{QStringLiteral("description"), QStringLiteral("Show or hide")},
+                              {QStringLiteral("preferred_trigger"), QStringLiteral("CTRL+ALT+LOGO+p")}}));
+    }
+
+    void aPortalThatDoesNotRegisterProgramsServesToo()
+    {
+        Desk desk;
+        desk.portal.unknownMethods = QStringList{QStringLiteral("Register")};
+        QVERIFY(desk.portal.arrive());
+        QVERIFY(desk.registerAll());
+        QTRY_COMPARE(desk.shortcuts.availability(), Availability());
+    }
+
+    void aSessionMayBeNamedByItsPath()
+    {
+        Desk desk;
+        desk.portal.isSessionHandlePath = true;
+        QVERIFY(desk.portal.arrive());
+        QVERIFY(desk.registerAll());
+        QTRY_COMPARE(desk.shortcuts.availability(), Availability());
+        desk.portal.press(idOfH);
+        QTRY_COMPARE(desk.pressed, Ids{2});
+    }
+
+    void aNoIsTold_data()
+    {
+        QTest::addColumn<uint>("sessionResponse");
+        QTest::addColumn<uint>("bindResponse");
+        QTest::newRow("to the session") << 1U << 0U;
+        QTest::newRow("to the shortcuts") << 0U << 1U;
+        QTest::newRow("by another end of the question") << 0U << 2U;
+    }
+
+    void aNoIsTold()
+    {
+        QFETCH(const uint, sessionResponse);
+        QFETCH(const uint, bindResponse);
+        Desk desk;
+        desk.portal.sessionResponse = sessionResponse;
+        desk.portal.bindResponse = bindResponse;
+        QVERIFY(desk.portal.arrive());
+        QVERIFY(desk.registerAll());
+        QTRY_COMPARE(desk.refused, (Ids{1, 2, 3}));
+        QCOMPARE(desk.shortcuts.availability(), nothing);
+    }
+
+    void anEmptyListIsANo()
+    {
+        Desk desk;
+        desk.portal.withheld = QStringList{idOfP, idOfH, idOfT};
+        QVERIFY(desk.portal.arrive());
+        QVERIFY(desk.registerAll());
+        QTRY_COMPARE(desk.refused, (Ids{1, 2, 3}));
+        QCOMPARE(desk.shortcuts.availability(), nothing);
+    }
+
+    void whatIsLeftOutIsRefusedAlone()
+    {
+        Desk desk;
+        desk.portal.withheld = QStringList{idOfH};
+        QVERIFY(desk.portal.arrive());
+        QVERIFY(desk.registerAll());
+        QTRY_COMPARE(desk.refused, Ids{2});
+        QCOMPARE(desk.shortcuts.availability(),
+                 availabilityWithout({QStringLiteral("Ctrl+Alt+Super+H")}, true));
+        desk.portal.press(idOfH);
+        desk.portal.press(idOfT);
+        QTRY_COMPARE(desk.pressed, Ids{3});
+    }
+
+    void withoutAPortalAllAreRefused()
+    {
+        Desk desk;
+        QVERIFY(desk.registerAll());
+        QTRY_COMPARE(desk.refused, (Ids{1, 2, 3}));
+        QCOMPARE(desk.shortcuts.availability(), nothing);
+    }
+
+    void withoutABusAllAreRefused()
+    {
+        Desk desk;
+        desk.bus.stop();
+        QVERIFY(desk.registerAll());
+        QTRY_COMPARE(desk.refused, (Ids{1, 2, 3}));
+        QCOMPARE(desk.shortcuts.availability(), nothing);
+    }
+
+    void aPortalWithoutShortcutsRefusesAll()
+    {
+        Desk desk;
+        desk.portal.unknownMethods = QStringList{QStringLiteral("Register"), QStringLiteral("CreateSession")};
+        QVERIFY(desk.portal.arrive());
+        QVERIFY(desk.registerAll());
+        QTRY_COMPARE(desk.refused, (Ids{1, 2, 3}));
+        QCOMPARE(desk.shortcuts.availability(), nothing);
+    }
+
+    void aPortalThatNeverAnswersGivesNothing_data()
+    {
+        QTest::addColumn<QString>("method");
+        QTest::newRow("the introduction") << QStringLiteral("Register");
+        QTest::newRow("the session") << QStringLiteral("CreateSession");
+        QTest::newRow("the shortcuts") << QStringLiteral("BindShortcuts");
+    }
+
+    void aPortalThatNeverAnswersGivesNothing()
+    {
+        QFETCH(const QString, method);
+        Desk desk(200ms);
+        desk.portal.hangingMethods = QStringList{method, QStringLiteral("CreateSession")};
+        if (method == QLatin1String("BindShortcuts"))
+            desk.portal.hangingMethods = QStringList{method};
+        QVERIFY(desk.portal.arrive());
+        QVERIFY(desk.registerAll());
+        QTRY_VERIFY(desk.portal.calls().contains(method));
+        QCOMPARE(desk.shortcuts.availability(), nothing);
+        QTRY_COMPARE(desk.refused, (Ids{1, 2, 3}));
+        QCOMPARE(desk.shortcuts.availability(), nothing);
+    }
+
+    void aUserWhoTakesTimeIsWaitedFor()
+    {
+        Desk desk(200ms);
+        desk.portal.isUserThinking = true;
+        QVERIFY(desk.portal.arrive());
+        QVERIFY(desk.registerAll());
+        QTRY_VERIFY(desk.portal.calls().contains(QStringLiteral("BindShortcuts")));
+        QTest::qWait(400); // UNAVOIDABLE: longer than the patience
+        QCOMPARE(desk.refused, Ids());
+        QCOMPARE(desk.shortcuts.availability(), nothing);
+        desk.portal.userAnswers();
+        QTRY_COMPARE(desk.shortcuts.availability(), Availability());
+    }
+
+    void aShortcutWithoutKeysDoesNotWorkUntilTheUserGivesItSome()
+    {
+        Desk desk;
+        desk.portal.trigger.clear();
+        QVERIFY(desk.portal.arrive());
+        QVERIFY(desk.registerAll());
+        QTRY_COMPARE(desk.portal.bound().size(), 3);
+        desk.portal.press(QStringLiteral("WNFD-3")); // What comes after the list says that it has been read.
+        QTRY_COMPARE(desk.pressed, Ids{3});
+        QCOMPARE(desk.shortcuts.availability(), nothing);
+        QCOMPARE(desk.refused, Ids());
+        desk.portal.changeKeys(QStringLiteral("Meta+F1"));
+        QTRY_COMPARE(desk.shortcuts.availability(), Availability());
+        desk.portal.changeKeys({});
+        QTRY_COMPARE(desk.shortcuts.availability(), nothing);
+    }
+
+    void aPortalThatRestartsIsAskedAgain()
+    {
+        Desk desk;
+        QVERIFY(desk.portal.arrive());
+        QVERIFY(desk.registerAll());
+        QTRY_COMPARE(desk.shortcuts.availability(), Availability());
+        desk.portal.leave();
+        QTRY_COMPARE(desk.shortcuts.availability(), nothing);
+        QVERIFY(desk.portal.arrive());
+        QTRY_COMPARE(desk.shortcuts.availability(), Availability());
+        desk.portal.press(idOfP);
+        QTRY_COMPARE(desk.pressed, Ids{1});
+        QCOMPARE(desk.refused, Ids());
+    }
+
+    void aClosedSessionIsANo()
+    {
+        Desk desk;
+        QVERIFY(desk.portal.arrive());
+        QVERIFY(desk.registerAll());
+        QTRY_COMPARE(desk.shortcuts.availability(), Availability());
+        desk.portal.closeSession();
+        QTRY_COMPARE(desk.refused, (Ids{1, 2, 3}));
+        QCOMPARE(desk.shortcuts.availability(), nothing);
+    }
+
+    void anAnswerOfAnotherKindIsANo()
+    {
+        Desk desk;
+        desk.portal.sessionHandle = QVariant(7);
+        QVERIFY(desk.portal.arrive());
+        QVERIFY(desk.registerAll());
+        QTRY_COMPARE(desk.refused, (Ids{1, 2, 3}));
+    }
+
+    void pressesOfOthersAndOfUnregisteredShortcutsAreNothing()
+    {
+        Desk desk;
+        QVERIFY(desk.portal.arrive());
+        QVERIFY(desk.registerAll());
+        QTRY_COMPARE(desk.shortcuts.availability(), Availability());
+        desk.shortcuts.unregisterShortcut(2);
+        desk.portal.press(idOfH);
+        desk.portal.press(QStringLiteral("other"));
+        desk.portal.press(idOfP, QStringLiteral("/org/freedesktop/portal/desktop/session/1_7/other"));
+        desk.portal.press(idOfT);
+        QTRY_COMPARE(desk.pressed, Ids{3});
+    }
+
+    void aLateRegistrationIsRefused()
+    {
+        Desk desk;
+        QVERIFY(desk.portal.arrive());
+        QVERIFY(desk.shortcuts.registerShortcut(shortcutP));
+        QTRY_COMPARE(desk.shortcuts.availability(), Availability());
+        QVERIFY(!desk.shortcuts.registerShortcut(shortcutH));
+        QCOMPARE(desk.shortcuts.availability(),
+                 availabilityWithout({QStringLiteral("Ctrl+Alt+Super+H")}, true));
+        QCOMPARE(desk.refused, Ids());
+    }
+
+    void aBusThatHangsHoldsUpNobody()
+    {
+        Desk desk;
+        QVERIFY(desk.portal.arrive());
+        ::kill(static_cast<pid_t>(desk.bus.processId()), SIGSTOP);
+        QElapsedTimer timer;
+        timer.start();
+        const bool areTaken = desk.registerAll();
+        QCoreApplication::processEvents();
+        const qint64 spent = timer.elapsed();
+        ::kill(static_cast<pid_t>(desk.bus.processId()), SIGCONT);
+        QVERIFY(areTaken);
+        QVERIFY2(spent < 1000, qPrintable(QString::number(spent)));
+        QTRY_COMPARE(desk.shortcuts.availability(), Availability());
+    }
+
+    void theEndDoesNotWaitForAnAnswer()
+    {
+        Desk desk;
+        desk.portal.hangingMethods = QStringList{QStringLiteral("CreateSession")};
+        QVERIFY(desk.portal.arrive());
+        int told = 0;
+        {
+            PortalGlobalShortcuts shortcuts;
+            shortcuts.installEventHandler({.pressed = {}, .refused = [&](uint32_t) { ++told; }});
+            QVERIFY(shortcuts.registerShortcut(shortcutP));
+            QTRY_VERIFY(desk.portal.calls().contains(QStringLiteral("CreateSession")));
+        }
+        QCOMPARE(told, 0);
+    }
+};
+
+} // namespace wrenfold
+
+QTEST_GUILESS_MAIN(wrenfold::PortalGlobalShortcutsTest)
+#include "portal_global_shortcuts_test.moc"
