@@ -2,10 +2,20 @@
 #include "app/launch_options.h"
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 namespace wrenfold {
 
 namespace {
+
+constexpr std::array<std::pair<Request, QLatin1String>, 5> requestWords = {{
+    {Request::ShowPanel, QLatin1String("show")},
+    {Request::TogglePanel, QLatin1String("toggle-panel")},
+    {Request::HidePanel, QLatin1String("hide-panel")},
+    {Request::NewTodo, QLatin1String("new-todo")},
+    {Request::DesktopReport, QLatin1String("desktop-report")},
+}};
 
 /// The arguments behind the one at `index` up to the next option.
 QStringList titlesAfter(qsizetype index, const QStringList &arguments)
@@ -41,9 +51,47 @@ LaunchOptions plain(LaunchOptions::Mode mode)
     return options;
 }
 
+/// The first request that is named counts.
+Request requestIn(const QStringList &arguments)
+{
+    for (const QString &argument : arguments) {
+        if (!argument.startsWith(QLatin1String("--")))
+            continue;
+        if (const std::optional<Request> request = requestNamed(argument.mid(2)))
+            return *request;
+    }
+    return Request::ShowPanel;
+}
+
+LaunchOptions interactive(const QStringList &arguments, const QProcessEnvironment &environment)
+{
+    LaunchOptions options;
+    options.isDemonstration =
+        arguments.contains(QStringLiteral("--marketing-demo")) ||
+        environment.value(QStringLiteral("WRENFOLD_MARKETING_DEMO")) == QLatin1String("1");
+    if (!options.isDemonstration)
+        options.request = requestIn(arguments);
+    options.isBoardClosed = arguments.contains(QStringLiteral("--marketing-demo-closed"));
+    return options;
+}
+
 } // namespace
 
-LaunchOptions LaunchOptions::parse(const QStringList &arguments)
+QString wordFor(Request request)
+{
+    const auto *found = std::find_if(requestWords.begin(), requestWords.end(),
+                                     [request](const auto &entry) { return entry.first == request; });
+    return found == requestWords.end() ? QString() : QString(found->second);
+}
+
+std::optional<Request> requestNamed(const QString &word)
+{
+    const auto *found = std::find_if(requestWords.begin(), requestWords.end(),
+                                     [&word](const auto &entry) { return entry.second == word; });
+    return found == requestWords.end() ? std::nullopt : std::optional(found->first);
+}
+
+LaunchOptions LaunchOptions::parse(const QStringList &arguments, const QProcessEnvironment &environment)
 {
     if (const qsizetype index = arguments.indexOf(QStringLiteral("--debug-split")); index >= 0) {
         if (index + 1 == arguments.size())
@@ -62,7 +110,7 @@ LaunchOptions LaunchOptions::parse(const QStringList &arguments)
         return plain(Mode::Help);
     if (arguments.contains(QStringLiteral("--version")) || arguments.contains(QStringLiteral("-v")))
         return plain(Mode::Version);
-    return plain(Mode::Interactive);
+    return interactive(arguments, environment);
 }
 
 QString LaunchOptions::help()
@@ -74,6 +122,14 @@ QString LaunchOptions::help()
                           "  --verbose                   write diagnostic lines to the log\n"
                           "  -h, --help                  show this help and exit\n"
                           "  -v, --version               show the version and exit\n"
+                          "  --marketing-demo            show sample tasks; nothing is read or saved\n"
+                          "  --marketing-demo-closed     with these: leave the quadrant board closed\n"
+                          "\n"
+                          "What a key of the desktop may call; the running program is told:\n"
+                          "  --toggle-panel              show the panel, or hide it\n"
+                          "  --hide-panel                hide the panel\n"
+                          "  --new-todo                  show the panel, ready to type a task\n"
+                          "  --desktop-report            print what works on this desktop, and exit\n"
                           "\n"
                           "Without a window, as JSON on standard output:\n"
                           "  --debug-split TITLE         ask the AI for subtasks of a task\n"
@@ -82,7 +138,8 @@ QString LaunchOptions::help()
                           "  --debug-preserve-completed  check that ordering loses no task\n"
                           "\n"
                           "Environment:\n"
-                          "  WRENFOLD_DEBUG=1            the same as --verbose\n");
+                          "  WRENFOLD_DEBUG=1            the same as --verbose\n"
+                          "  WRENFOLD_MARKETING_DEMO=1   the same as --marketing-demo\n");
 }
 
 QString debugValue(const QString &key, const QStringList &arguments)

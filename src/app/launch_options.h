@@ -1,9 +1,19 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QProcessEnvironment>
 #include <QStringList>
 
+#include <optional>
+
 namespace wrenfold {
+
+/// What a start asks of the program that runs already; where none does, the start does it itself.
+enum class Request { ShowPanel, TogglePanel, HidePanel, NewTodo, DesktopReport };
+
+/// Its word: the option without its hyphens, and the name that desktops and other starts send.
+[[nodiscard]] QString wordFor(Request request);
+[[nodiscard]] std::optional<Request> requestNamed(const QString &word);
 
 /// What the command line asks for. Options are compared as whole arguments; unknown ones are left to the
 /// toolkit.
@@ -20,13 +30,17 @@ struct LaunchOptions
     };
 
     Mode mode = Mode::Interactive;
-    QStringList taskTitles; ///< One for DebugSplit, two or more for DebugSort.
-    QString mediumGoal;     ///< For DebugSplit and DebugSort.
-    QString usageError;     ///< One line, without a line break.
+    QStringList taskTitles;               ///< One for DebugSplit, two or more for DebugSort.
+    QString mediumGoal;                   ///< For DebugSplit and DebugSort.
+    QString usageError;                   ///< One line, without a line break.
+    Request request = Request::ShowPanel; ///< Of an interactive start that is no demonstration.
+    bool isDemonstration = false; ///< On sample data: beside the running program, without the saved document.
+    bool isBoardClosed = false;   ///< The demonstration starts without the quadrant board.
 
     /// `arguments` are those behind the program's path. A debug command wins over everything else; a split
     /// over a sort over the self-check.
-    [[nodiscard]] static LaunchOptions parse(const QStringList &arguments);
+    [[nodiscard]] static LaunchOptions parse(const QStringList &arguments,
+                                             const QProcessEnvironment &environment = {});
 
     /// The text of --help.
     [[nodiscard]] static QString help();

@@ -5,11 +5,14 @@
 #include "app/debug_commands.h"
 #include "app/debug_log.h"
 #include "app/launch_options.h"
+#include "app/marketing_demo.h"
 #include "platform/platform.h"
 #include "platform/termination_signals.h"
 #include "shell/app_delegate.h"
+#include "shell/desktop_report.h"
 
 #include <QApplication>
+#include <QTimer>
 
 #include <cstdio>
 
@@ -31,16 +34,49 @@ int print(const QString &text)
     return 0;
 }
 
-/// The start found the program running already: there is nothing to do but to show it.
-int showRunning(SingleInstance &instance)
+/// The exit status of a start that found the program running already and had it do what was asked for; none of the
+/// start that is to run.
+std::optional<int> handOver(SingleInstance &instance, Request request)
 {
-    if (instance.showRunning())
-        return 0;
+    if (instance.claim() != SingleInstance::Claim::Taken)
+        return std::nullopt;
+    if (const std::optional<QString> answer = instance.ask(request))
+        return print(*answer);
+    if (instance.claim() != SingleInstance::Claim::Taken)
+        return std::nullopt; // It has ended meanwhile.
     std::fputs("wrenfold: it runs already, but does not answer\n", stderr);
     return 1;
 }
 
-int runApplication(int argc, char **argv, const QStringList &arguments)
+/// The report of a desktop on which the program does not run.
+int printDesktopReport(Platform &platform)
+{
+    platform.singleInstance.reset(); // So that the program can be started meanwhile.
+    platform.frontmostApplication->start();
+    platform.notificationCenter->requestAuthorization([](bool, const NotificationCenter::Error &) {});
+    platform.statusItem->show({.activate = [] {},
+                               .openMenu = [] {},
+                               .menuRows = [] { return QList<StatusMenuRow>(); },
+                               .chooseRow = [](int) {},
+                               .labelShown = [](bool) {}});
+    // Nobody tells when the desktop has said all that it will.
+    constexpr std::chrono::milliseconds answersTime(1500);
+    QTimer::singleShot(answersTime, [] { QApplication::exit(); });
+    QApplication::exec();
+    return print(desktopReport(platform));
+}
+
+AppDelegate::StoreMaking storeMaking(const LaunchOptions &options)
+{
+    if (!options.isDemonstration)
+        return {};
+    return {.options = {.loadSavedState = false, .monitorInbox = false},
+            .seed = [isBoardVisible = !options.isBoardClosed](FocusStore &store) {
+                seedMarketingDemo(store, isBoardVisible);
+            }};
+}
+
+int runApplication(int argc, char **argv, const QStringList &arguments, const LaunchOptions &options)
 {
     prepareForApplication();
     QApplication application(argc, argv);
@@ -49,8 +85,14 @@ int runApplication(int argc, char **argv, const QStringList &arguments)
     QApplication::setQuitOnLastWindowClosed(false);
 
     Platform platform = makePlatform();
-    if (platform.singleInstance->claim() == SingleInstance::Claim::Taken)
-        return showRunning(*platform.singleInstance);
+    if (!options.isDemonstration) {
+        if (const std::optional<int> status = handOver(*platform.singleInstance, options.request))
+            return *status;
+    }
+    if (options.request == Request::DesktopReport)
+        return printDesktopReport(platform);
+    if (options.request == Request::HidePanel)
+        return 0; // There is none.
 
     Preferences &preferences = *platform.preferences;
     DebugLog::setVerbosePreference([&preferences] {
@@ -58,11 +100,11 @@ int runApplication(int argc, char **argv, const QStringList &arguments)
     });
     const TerminationSignals signals([] { QApplication::exit(); });
 
-    AppDelegate delegate(platform);
+    AppDelegate delegate(platform, storeMaking(options));
     qCInfo(DebugLog::app).noquote() << QStringLiteral("Wrenfold starting args=") +
                                            arguments.mid(1).join(QLatin1Char(' '));
     QMetaObject::invokeMethod(
-        &application, [&delegate] { delegate.applicationDidFinishLaunching(); }, Qt::QueuedConnection);
+        &application, [&] { delegate.applicationDidFinishLaunching(options.request); }, Qt::QueuedConnection);
     const int status = QApplication::exec();
     DebugLog::setVerbosePreference({});
     return status;
@@ -76,14 +118,15 @@ int WrenfoldMain::main(int argc, char **argv)
     DebugLog::install();
     DebugLog::setArguments(arguments);
 
-    const LaunchOptions options = LaunchOptions::parse(arguments.mid(1));
+    const LaunchOptions options =
+        LaunchOptions::parse(arguments.mid(1), QProcessEnvironment::systemEnvironment());
     if (const std::optional<int> status = runDebugCommandIfNeeded(options))
         return *status;
     if (options.mode == LaunchOptions::Mode::Help)
         return print(LaunchOptions::help());
     if (options.mode == LaunchOptions::Mode::Version)
         return print(QStringLiteral("wrenfold " WRENFOLD_VERSION "\n"));
-    const int status = runApplication(argc, argv, arguments);
+    const int status = runApplication(argc, argv, arguments, options);
     endProcessIfHeldUp(status);
     return status;
 }

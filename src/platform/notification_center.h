@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/availability.h"
+
 #include <QString>
 
 #include <functional>
@@ -24,6 +26,9 @@ class NotificationCenter
 {
 public:
     virtual ~NotificationCenter() = default;
+
+    /// As the last answer or event of the desktop says; not available until there was one.
+    [[nodiscard]] virtual Availability availability() const = 0;
 
     /// What went wrong, in one line; nothing when nothing did.
     using Error = std::optional<QString>;

@@ -23,7 +23,9 @@ class PanelWindow
 public:
     virtual ~PanelWindow() = default;
 
+    /// Whether it can lie above other windows, and be on every workspace.
     [[nodiscard]] virtual Availability availability() const = 0;
+    [[nodiscard]] virtual Availability workspacesAvailability() const = 0;
 
     /// The flags to create the panel's window with.
     [[nodiscard]] virtual Qt::WindowFlags flags() const = 0;

@@ -2,6 +2,7 @@
 #include "shell/app_delegate.h"
 
 #include "app/debug_log.h"
+#include "shell/desktop_report.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -10,14 +11,16 @@
 
 namespace wrenfold {
 
-AppDelegate::AppDelegate(Platform &platform)
+AppDelegate::AppDelegate(Platform &platform, const StoreMaking &storeMaking)
     : m_platform(platform)
     , m_notifier(*platform.notificationCenter)
     , m_sorter(ServiceOrigin::fromEnvironment())
     , m_store({*platform.preferences, *platform.clock, m_notifier, *platform.sounds, m_sorter,
                *platform.folderWatch, *platform.loginItem},
-              {})
+              storeMaking.options)
 {
+    if (storeMaking.seed)
+        storeMaking.seed(m_store);
     m_platform.desktopAppearance->follow([this](const Appearance &appearance) {
         m_look.follow({appearance.isDark, appearance.isHighContrast, appearance.isMotionReduced});
     });
@@ -35,7 +38,7 @@ AppDelegate::~AppDelegate()
         m_store.save();
 }
 
-void AppDelegate::applicationDidFinishLaunching()
+void AppDelegate::applicationDidFinishLaunching(Request request)
 {
     qCInfo(DebugLog::app).noquote() << QStringLiteral("launch accessory mode verbose=") +
                                            (DebugLog::isVerbose() ? QStringLiteral("true")
@@ -54,7 +57,9 @@ void AppDelegate::applicationDidFinishLaunching()
     m_store.refreshLoginItemStatus();
     m_store.exitGhostMode();
     showPanel();
-    m_platform.singleInstance->listen([this] { showPanel(); });
+    m_platform.singleInstance->listen([this](Request another) { return answer(another); });
+    if (request == Request::NewTodo)
+        m_store.requestTodoInput();
 
     const TaskList topLevel = m_store.topLevelTasks();
     const auto open = std::count_if(topLevel.begin(), topLevel.end(),
@@ -159,6 +164,27 @@ void AppDelegate::newTodo()
 {
     showPanel();
     m_store.requestTodoInput();
+}
+
+QString AppDelegate::answer(Request request)
+{
+    switch (request) {
+    case Request::ShowPanel:
+        showPanel();
+        break;
+    case Request::TogglePanel:
+        togglePanel();
+        break;
+    case Request::HidePanel:
+        hidePanel();
+        break;
+    case Request::NewTodo:
+        newTodo();
+        break;
+    case Request::DesktopReport:
+        return desktopReport(m_platform);
+    }
+    return {};
 }
 
 void AppDelegate::quit()

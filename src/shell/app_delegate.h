@@ -19,12 +19,21 @@ namespace wrenfold {
 class AppDelegate
 {
 public:
-    explicit AppDelegate(Platform &platform); ///< `platform` must outlive the delegate.
+    /// How the store is made, and what is put into it before anything is shown.
+    struct StoreMaking
+    {
+        FocusStore::Options options;
+        std::function<void(FocusStore &)> seed;
+    };
+
+    explicit AppDelegate(Platform &platform,
+                         const StoreMaking &storeMaking = {}); ///< `platform` must outlive the delegate.
     ~AppDelegate();
     Q_DISABLE_COPY_MOVE(AppDelegate)
 
     /// To be called once, when the application is ready to show windows. Reading it is reading the start-up.
-    void applicationDidFinishLaunching();
+    /// `request` is what this start was asked for.
+    void applicationDidFinishLaunching(Request request = Request::ShowPanel);
 
 private:
     void makeMenu();
@@ -38,6 +47,8 @@ private:
     void togglePanel();
     void hidePanel();
     void newTodo();
+    /// Does what another start asks for; the text is for that one to print.
+    QString answer(Request request);
     static void quit();
 
     Platform &m_platform;

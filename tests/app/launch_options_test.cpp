@@ -151,10 +151,87 @@ private Q_SLOTS:
         QCOMPARE(parsed("-v"), request(Mode::Version, {}));
     }
 
+    // The demonstration
+
+    void theDemonstrationIsAskedForAnywhereInTheList()
+    {
+        LaunchOptions demonstration;
+        demonstration.isDemonstration = true;
+        QCOMPARE(parsed("--marketing-demo"), demonstration);
+        QCOMPARE(parsed("A --verbose --marketing-demo B"), demonstration);
+        QCOMPARE(parsed("--marketing-demo=1 --Marketing-demo -marketing-demo"), LaunchOptions());
+    }
+
+    void theVariableMeansTheDemonstrationOnlyWhenItIsExactlyOne_data()
+    {
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<bool>("isDemonstration");
+        QTest::newRow("1") << QStringLiteral("1") << true;
+        QTest::newRow("true") << QStringLiteral("true") << false;
+        QTest::newRow("0") << QStringLiteral("0") << false;
+        QTest::newRow("01") << QStringLiteral("01") << false;
+        QTest::newRow("1 and a blank") << QStringLiteral("1 ") << false;
+        QTest::newRow("empty") << QString() << false;
+    }
+
+    void theVariableMeansTheDemonstrationOnlyWhenItIsExactlyOne()
+    {
+        QFETCH(QString, value);
+        QProcessEnvironment environment;
+        environment.insert(QStringLiteral("WRENFOLD_MARKETING_DEMO"), value);
+        QTEST(LaunchOptions::parse({}, environment).isDemonstration, "isDemonstration");
+        QVERIFY(LaunchOptions::parse({QStringLiteral("--marketing-demo")}, environment).isDemonstration);
+    }
+
+    void theBoardIsClosedOnlyByItsOwnSwitchWhichStartsNoDemonstration()
+    {
+        QVERIFY(!parsed("--marketing-demo").isBoardClosed);
+        QVERIFY(parsed("--marketing-demo-closed --marketing-demo").isBoardClosed);
+        QVERIFY(!parsed("--marketing-demo-closed").isDemonstration);
+    }
+
+    // Requests
+
+    void eachRequestHasItsOption_data()
+    {
+        QTest::addColumn<QString>("option");
+        QTest::addColumn<Request>("request");
+        QTest::newRow("none") << QStringLiteral("--verbose") << Request::ShowPanel;
+        QTest::newRow("toggle") << QStringLiteral("--toggle-panel") << Request::TogglePanel;
+        QTest::newRow("hide") << QStringLiteral("--hide-panel") << Request::HidePanel;
+        QTest::newRow("new") << QStringLiteral("--new-todo") << Request::NewTodo;
+        QTest::newRow("report") << QStringLiteral("--desktop-report") << Request::DesktopReport;
+        QTest::newRow("the first of two") << QStringLiteral("--new-todo --hide-panel") << Request::NewTodo;
+        QTest::newRow("other spellings")
+            << QStringLiteral("--Hide-panel hide-panel --hide") << Request::ShowPanel;
+    }
+
+    void eachRequestHasItsOption()
+    {
+        QFETCH(QString, option);
+        QTEST(LaunchOptions::parse(option.split(QLatin1Char(' '))).request, "request");
+    }
+
+    void aDemonstrationAsksNobodyForAnything()
+    {
+        QCOMPARE(parsed("--hide-panel --marketing-demo").request, Request::ShowPanel);
+    }
+
+    void aRequestsWordMeansThatRequest()
+    {
+        for (const Request request : {Request::ShowPanel, Request::TogglePanel, Request::HidePanel,
+                                      Request::NewTodo, Request::DesktopReport})
+            QCOMPARE(requestNamed(wordFor(request)), std::optional(request));
+        QCOMPARE(requestNamed(QString()), std::nullopt);
+        QCOMPARE(requestNamed(QStringLiteral("fly")), std::nullopt);
+    }
+
     void theHelpNamesEveryOption()
     {
-        for (const char *option : {"--verbose", "--help", "--version", "--debug-split", "--debug-sort",
-                                   "--goal", "--debug-preserve-completed", "WRENFOLD_DEBUG"})
+        for (const char *option :
+             {"--verbose", "--help", "--version", "--debug-split", "--debug-sort", "--goal",
+              "--debug-preserve-completed", "WRENFOLD_DEBUG", "--marketing-demo", "--marketing-demo-closed",
+              "WRENFOLD_MARKETING_DEMO", "--toggle-panel", "--hide-panel", "--new-todo", "--desktop-report"})
             QVERIFY2(LaunchOptions::help().contains(QLatin1String(option)), option);
     }
 };

@@ -32,15 +32,15 @@ private Q_SLOTS:
         m_environment.insert(QStringLiteral("XDG_ACTIVATION_TOKEN"), QStringLiteral("token-1"));
         ProgramUnderTest second = start();
         QCOMPARE(second.tell("claim"), "taken");
-        QCOMPARE(second.tell("show running"), "answered");
-        QCOMPARE(first.nextLine(), "panel token-1");
+        QCOMPARE(second.tell("show"), "answered");
+        QCOMPARE(first.nextLine(), "show token-1");
     }
 
     void theRunningOneAnswersOverTheSocketWhenThereIsNoBus()
     {
         ProgramUnderTest first = startListening();
-        QCOMPARE(start().tell("show running"), "answered");
-        QCOMPARE(first.nextLine(), "panel");
+        QCOMPARE(start().tell("show"), "answered");
+        QCOMPARE(first.nextLine(), "show");
     }
 
     void theRunningOneAnswersOverTheSocketWhenTheBusDaemonHangs()
@@ -50,8 +50,8 @@ private Q_SLOTS:
         QVERIFY(waitForName());
         ::kill(static_cast<pid_t>(m_bus->processId()), SIGSTOP);
         ProgramUnderTest second = start();
-        QCOMPARE(second.tell("show running"), "answered");
-        QCOMPARE(first.nextLine(), "panel");
+        QCOMPARE(second.tell("show"), "answered");
+        QCOMPARE(first.nextLine(), "show");
         second.signal(SIGTERM);
         QCOMPARE(second.nextLine(), "terminating");
         QCOMPARE(second.waitForEnd(), 0);
@@ -92,7 +92,7 @@ private Q_SLOTS:
         m_environment.insert(QStringLiteral("TMPDIR"), m_place->path());
         ProgramUnderTest first = startListening();
         QCOMPARE(modeOf(m_place->filePath(QStringLiteral("wrenfold-%1").arg(::geteuid()))), mode_t(0700));
-        QCOMPARE(start().tell("show running"), "answered");
+        QCOMPARE(start().tell("show"), "answered");
     }
 
     void aFolderThatOthersCanEnterHoldsNoSocket()
@@ -103,7 +103,7 @@ private Q_SLOTS:
         QVERIFY(QFile::link(runtimeFolder(), own));
         ProgramUnderTest first = startListening();
         QCOMPARE(namesIn(runtimeFolder()), QStringList());
-        QCOMPARE(start(folder(), 300).tell("show running"), "not answered");
+        QCOMPARE(start(folder(), 300).tell("show"), "not answered");
     }
 
     void aSocketLeftByAKilledRunIsReplaced()
@@ -114,8 +114,8 @@ private Q_SLOTS:
         QCOMPARE(killed.waitForEnd(), -1);
         QCOMPARE(namesIn(runtimeFolder()).size(), 1);
         ProgramUnderTest first = startListening();
-        QCOMPARE(start().tell("show running"), "answered");
-        QCOMPARE(first.nextLine(), "panel");
+        QCOMPARE(start().tell("show"), "answered");
+        QCOMPARE(first.nextLine(), "show");
     }
 
     void aCleanEndLeavesNoSocket()
@@ -132,8 +132,8 @@ private Q_SLOTS:
         ProgramUnderTest second = start();
         QCOMPARE(first.tell("claim"), "first");
         QCOMPARE(first.tell("listen soon"), "soon");
-        QCOMPARE(second.tell("show running"), "answered");
-        QCOMPARE(first.nextLine(), "panel");
+        QCOMPARE(second.tell("show"), "answered");
+        QCOMPARE(first.nextLine(), "show");
     }
 
     void aFirstThatNeverAnswersIsGivenUp_data()
@@ -154,7 +154,7 @@ private Q_SLOTS:
         QCOMPARE(second.tell("claim"), "taken");
         QElapsedTimer timer;
         timer.start();
-        QCOMPARE(second.tell("show running"), "not answered");
+        QCOMPARE(second.tell("show"), "not answered");
         QVERIFY2(timer.elapsed() >= 500 && timer.elapsed() < 1600,
                  qPrintable(QString::number(timer.elapsed())));
     }
@@ -171,11 +171,90 @@ private Q_SLOTS:
         QCOMPARE(silent.tell("claim"), "first");
         ProgramUnderTest second = start(folder(), 400);
         QCOMPARE(second.tell("claim"), "taken");
-        QCOMPARE(second.tell("show running"), "not answered");
+        QCOMPARE(second.tell("show"), "not answered");
         QCOMPARE(silent.tell("listen"), "listening");
-        QCOMPARE(second.tell("show running"), "answered");
-        QCOMPARE(silent.nextLine(), "panel");
+        QCOMPARE(second.tell("show"), "answered");
+        QCOMPARE(silent.nextLine(), "show");
         QCOMPARE(other.tell("are you there"), "awake");
+    }
+
+    void aFirstThatEndsWhileItIsAskedLeavesTheClaimToWhoAsked()
+    {
+        ProgramUnderTest first = start();
+        QCOMPARE(first.tell("claim"), "first");
+        ProgramUnderTest second = start(folder(), 20000);
+        QCOMPARE(second.tell("claim"), "taken");
+        second.say("show");
+        QElapsedTimer timer;
+        timer.start();
+        first.signal(SIGKILL);
+        QCOMPARE(second.nextLine(), "not answered");
+        QVERIFY2(timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
+        QCOMPARE(second.tell("claim"), "first");
+    }
+
+    void eachRequestArrivesAndItsAnswerComesBack_data()
+    {
+        QTest::addColumn<bool>("hasBus");
+        QTest::addColumn<QByteArray>("word");
+        QTest::addColumn<QByteArray>("answer");
+        for (const bool hasBus : {true, false}) {
+            for (const char *word : {"show", "toggle-panel", "hide-panel", "new-todo"})
+                QTest::addRow("%s, bus: %d", word, hasBus)
+                    << hasBus << QByteArray(word) << QByteArray("answered");
+            QTest::addRow("report, bus: %d", hasBus)
+                << hasBus << QByteArray("desktop-report") << QByteArray("answered works");
+        }
+    }
+
+    void eachRequestArrivesAndItsAnswerComesBack()
+    {
+        QFETCH(bool, hasBus);
+        QFETCH(QByteArray, word);
+        QFETCH(QByteArray, answer);
+        QVERIFY(!hasBus || startBus());
+        ProgramUnderTest first = startListening();
+        if (hasBus) {
+            QVERIFY(waitForName());
+            QVERIFY(QDir(runtimeFolder()).removeRecursively()); // No way round by the socket.
+        }
+        QCOMPARE(start().tell(word), answer);
+        QCOMPARE(first.nextLine(), word);
+    }
+
+    // What comes over the socket
+
+    void aSocketAnswersWhatEarlierVersionsSay()
+    {
+        ProgramUnderTest first = startListening();
+        QLocalSocket socket;
+        connectTo(socket);
+        socket.write("show\n");
+        QTRY_COMPARE(socket.state(), QLocalSocket::UnconnectedState);
+        QCOMPARE(socket.readAll(), "ok\n");
+        QCOMPARE(first.nextLine(), "show");
+    }
+
+    void aSocketIgnoresWhatIsNoRequest_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::newRow("an unknown word") << QByteArray("fly\n");
+        QTest::newRow("an empty line") << QByteArray("\n");
+        QTest::newRow("a line without end") << QByteArray(100000, 'x');
+        QTest::newRow("no text") << QByteArray("\xff\0\xfe\n", 4);
+        QTest::newRow("a word and more") << QByteArray("show now\n");
+    }
+
+    void aSocketIgnoresWhatIsNoRequest()
+    {
+        QFETCH(QByteArray, bytes);
+        ProgramUnderTest first = startListening();
+        QLocalSocket socket;
+        connectTo(socket);
+        socket.write(bytes);
+        QTRY_COMPARE(socket.state(), QLocalSocket::UnconnectedState);
+        QCOMPARE(socket.readAll(), "");
+        QCOMPARE(first.tell("are you there"), "awake");
     }
 
     void aLinkToTheFolderMeansTheSameFolder()
@@ -185,7 +264,7 @@ private Q_SLOTS:
         QVERIFY(QFile::link(folder(), link));
         ProgramUnderTest second = start(link);
         QCOMPARE(second.tell("claim"), "taken");
-        QCOMPARE(second.tell("show running"), "answered");
+        QCOMPARE(second.tell("show"), "answered");
     }
 
     void aBusThatTakesTheConnectionAndIsSilentHoldsUpNeitherListeningNorTheEnd()
@@ -215,9 +294,13 @@ private Q_SLOTS:
         QVERIFY(waitForName());
         const QVariantMap none;
         QCOMPARE(call(QStringLiteral("Activate"), {none}).type(), QDBusMessage::ReplyMessage);
-        QCOMPARE(first.nextLine(), "panel");
+        QCOMPARE(first.nextLine(), "show");
+        QCOMPARE(
+            call(QStringLiteral("ActivateAction"), {QStringLiteral("new-todo"), QVariantList(), none}).type(),
+            QDBusMessage::ReplyMessage);
+        QCOMPARE(first.nextLine(), "new-todo");
         QCOMPARE(call(QStringLiteral("Open"), {QStringList(), none}).type(), QDBusMessage::ReplyMessage);
-        QCOMPARE(first.nextLine(), "panel");
+        QCOMPARE(first.nextLine(), "show");
         const QDBusMessage answer =
             call(QStringLiteral("ActivateAction"), {QStringLiteral("fly"), QVariantList(), none});
         QCOMPARE(answer.errorName(), QStringLiteral("org.freedesktop.DBus.Error.InvalidArgs"));
@@ -240,6 +323,14 @@ private Q_SLOTS:
         QCOMPARE(first.nextLine(), "terminating");
         QCOMPARE(first.waitForEnd(), 0);
         QTRY_VERIFY(!isNameTaken());
+    }
+
+private:
+    /// Connects to the one socket in the runtime folder.
+    void connectTo(QLocalSocket &socket) const
+    {
+        socket.connectToServer(runtimeFolder() + u'/' + namesIn(runtimeFolder()).value(0));
+        QVERIFY(socket.waitForConnected(5000));
     }
 };
 

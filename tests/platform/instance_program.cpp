@@ -39,16 +39,20 @@ const char *nameOf(SingleInstance::Claim claim)
 
 void obey(const std::string &command, SingleInstance &instance)
 {
-    const auto showPanel = [] { say("panel " + qgetenv("XDG_ACTIVATION_TOKEN")); };
+    const auto answer = [](Request request) {
+        say(wordFor(request).toUtf8() + ' ' + qgetenv("XDG_ACTIVATION_TOKEN"));
+        return request == Request::DesktopReport ? QStringLiteral("works\n") : QString();
+    };
     if (command == "claim") {
         say(nameOf(instance.claim()));
-    } else if (command == "show running") {
-        say(instance.showRunning() ? "answered" : "not answered");
+    } else if (const auto request = requestNamed(QString::fromStdString(command))) {
+        const std::optional<QString> text = instance.ask(*request);
+        say(text ? "answered " + text->toUtf8().trimmed() : "not answered");
     } else if (command == "listen") {
-        instance.listen(showPanel);
+        instance.listen(answer);
         say("listening");
     } else if (command == "listen soon") {
-        QTimer::singleShot(300, [&instance, showPanel] { instance.listen(showPanel); });
+        QTimer::singleShot(300, [&instance, answer] { instance.listen(answer); });
         say("soon");
     } else if (command == "start a child") {
         qint64 child = 0;

@@ -14,6 +14,7 @@ namespace wrenfold {
 class FakeNotificationCenter : public NotificationCenter
 {
 public:
+    [[nodiscard]] Availability availability() const override { return m_availability; }
     void requestAuthorization(std::function<void(bool isGranted, const Error &error)> answered) override
     {
         m_questions.append(std::move(answered));
@@ -55,6 +56,8 @@ public:
         return identifiers;
     }
 
+    void setAvailability(const Availability &availability) { m_availability = availability; }
+
     void click()
     {
         if (m_clicked)
@@ -62,6 +65,7 @@ public:
     }
 
 private:
+    Availability m_availability;
     QList<std::function<void(bool, const Error &)>> m_questions;
     QList<std::pair<Notification, std::function<void(const Error &)>>> m_posts;
     QList<Notification> m_listed;

@@ -15,6 +15,7 @@ class FakePanelWindow final : public PanelWindow
 {
 public:
     [[nodiscard]] Availability availability() const override { return m_availability; }
+    [[nodiscard]] Availability workspacesAvailability() const override { return m_workspacesAvailability; }
     [[nodiscard]] Qt::WindowFlags flags() const override
     {
         return Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
@@ -27,6 +28,10 @@ public:
     void pin(QWindow &window, PanelLevel level) override { m_pinned.append({&window, level}); }
 
     void setAvailability(const Availability &availability) { m_availability = availability; }
+    void setWorkspacesAvailability(const Availability &availability)
+    {
+        m_workspacesAvailability = availability;
+    }
     void setTranslucencyAvailable(bool isAvailable)
     {
         m_isTranslucencyAvailable = isAvailable;
@@ -47,6 +52,7 @@ public:
 
 private:
     Availability m_availability;
+    Availability m_workspacesAvailability;
     bool m_isTranslucencyAvailable = true;
     std::function<void(bool)> m_translucencyListener;
     QList<Pinned> m_pinned;

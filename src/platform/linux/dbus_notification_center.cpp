@@ -36,6 +36,7 @@ DBusNotificationCenter::DBusNotificationCenter(Sounds &sounds, std::chrono::mill
     : m_sounds(sounds)
     , m_patience(patience)
 {
+    setUnavailable(QStringLiteral("The desktop has not answered yet."));
 }
 
 void DBusNotificationCenter::requestAuthorization(
@@ -116,6 +117,7 @@ void DBusNotificationCenter::askCapabilities()
         if (answer.type() == QDBusMessage::ErrorMessage)
             return fail(errorText(answer));
         m_capabilities = answer.arguments().value(0).toStringList();
+        m_availability = {};
         advance();
     });
 }
@@ -181,6 +183,7 @@ void DBusNotificationCenter::answerQuestions(bool isGranted, const Error &error)
 
 void DBusNotificationCenter::fail(const QString &error)
 {
+    setUnavailable(QStringLiteral("The desktop's notifications do not answer: %1.").arg(error));
     for (const Post &post : std::exchange(m_posts, {}))
         post.posted(error);
     answerQuestions(false, error);
@@ -198,10 +201,20 @@ bool DBusNotificationCenter::isOurs(const QDBusMessage &signal) const
     return signal.service() == m_daemon && m_ids.values().contains(signal.arguments().value(0).toUInt());
 }
 
+void DBusNotificationCenter::setUnavailable(const QString &reason)
+{
+    m_availability = {Availability::Level::NotAvailable, reason};
+}
+
 void DBusNotificationCenter::nameOwnerChanged(const QDBusMessage &signal)
 {
-    if (signal.service() == busService)
-        forgetDaemon();
+    if (signal.service() != busService)
+        return;
+    forgetDaemon();
+    if (signal.arguments().value(2).toString().isEmpty())
+        setUnavailable(QStringLiteral("The desktop's notification daemon has ended."));
+    else
+        m_availability = {};
 }
 
 void DBusNotificationCenter::activationTokenCame(const QDBusMessage &signal)

@@ -30,6 +30,8 @@ public:
     explicit DBusNotificationCenter(Sounds &sounds,
                                     std::chrono::milliseconds patience = std::chrono::seconds(5));
 
+    [[nodiscard]] Availability availability() const override { return m_availability; }
+
     void requestAuthorization(std::function<void(bool isGranted, const Error &error)> answered) override;
 
     /// A notification that still waits for its turn when a newer one of its identifier is posted gives way to that one
@@ -65,6 +67,7 @@ private:
     /// Everything that waits ends in this error.
     void fail(const QString &error);
     void forgetDaemon();
+    void setUnavailable(const QString &reason);
     /// Whether a signal of the daemon's is about one of our notifications.
     [[nodiscard]] bool isOurs(const QDBusMessage &signal) const;
 
@@ -74,6 +77,7 @@ private:
     QList<std::function<void(bool isGranted, const Error &error)>> m_questions;
     QList<Post> m_posts;
     bool m_isBusy = false;
+    Availability m_availability;
     std::optional<QDBusConnection> m_connection;
     std::optional<QStringList> m_capabilities; ///< Of the daemon that is there now, once it has told them.
     QHash<QString, uint> m_ids;                ///< That daemon's numbers for our identifiers.

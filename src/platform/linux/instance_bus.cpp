@@ -4,6 +4,7 @@
 #include "app/application_id.h"
 #include "app/debug_log.h"
 
+#include <QDBusAbstractAdaptor>
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
@@ -18,7 +19,8 @@ namespace {
 
 const auto serviceName = applicationID();
 const auto objectPath = QStringLiteral("/dev/tolvane/Wrenfold");
-const auto interfaceName = QStringLiteral("org.freedesktop.Application");
+const auto applicationInterface = QStringLiteral("org.freedesktop.Application");
+const auto ownInterface = applicationID();
 
 // Keys of the platform data. The first is ours: desktops do not send it.
 const auto instanceKey = QStringLiteral("dev.tolvane.Wrenfold.instance");
@@ -40,6 +42,25 @@ QVariantMap askingPlatformData(const QString &instance)
     return data;
 }
 
+QDBusMessage messageFor(Request request, const QVariantMap &platformData)
+{
+    const auto call = [](const QString &interface, const QString &method) {
+        return QDBusMessage::createMethodCall(serviceName, objectPath, interface, method);
+    };
+    switch (request) {
+    case Request::ShowPanel:
+        return call(applicationInterface, QStringLiteral("Activate")) << platformData;
+    case Request::DesktopReport:
+        return call(ownInterface, QStringLiteral("DesktopReport")) << platformData;
+    case Request::TogglePanel:
+    case Request::HidePanel:
+    case Request::NewTodo:
+        break;
+    }
+    return call(applicationInterface, QStringLiteral("ActivateAction"))
+           << wordFor(request) << QVariantList() << platformData;
+}
+
 QDBusMessage requestNameMessage()
 {
     constexpr uint doNotQueue = 4; // And without the flag that lets another program take the name over.
@@ -52,12 +73,36 @@ QDBusMessage requestNameMessage()
 
 } // namespace
 
+/// What no desktop asks for, but a start of ours.
+class InstanceReport : public QDBusAbstractAdaptor
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "dev.tolvane.Wrenfold")
+
+public:
+    explicit InstanceReport(InstanceBus &bus)
+        : QDBusAbstractAdaptor(&bus)
+        , m_bus(bus)
+    {
+    }
+
+public Q_SLOTS:
+    // Named as it is on the bus.
+    QString DesktopReport(const QVariantMap &platformData)
+    {
+        return m_bus.answerTo(Request::DesktopReport, platformData);
+    }
+
+private:
+    InstanceBus &m_bus;
+};
+
 InstanceBus::InstanceBus(QString instance)
     : m_instance(std::move(instance))
 {
 }
 
-bool InstanceBus::ask(std::chrono::milliseconds patience)
+std::optional<QString> InstanceBus::ask(Request request, std::chrono::milliseconds patience)
 {
     const QDeadlineTimer deadline(patience);
     if (!m_connection) {
@@ -68,20 +113,22 @@ bool InstanceBus::ask(std::chrono::milliseconds patience)
                           [promise](const QDBusConnection &connection) { promise->set_value(connection); });
         }
         if (m_connecting.wait_for(patience) != std::future_status::ready)
-            return false;
+            return std::nullopt;
         m_connection = m_connecting.get();
     }
-    QDBusMessage message =
-        QDBusMessage::createMethodCall(serviceName, objectPath, interfaceName, QStringLiteral("Activate"));
-    message << askingPlatformData(m_instance);
+    QDBusMessage message = messageFor(request, askingPlatformData(m_instance));
     message.setAutoStartService(false); // Only a program that runs already is asked.
     const auto remaining = static_cast<int>(deadline.remainingTime());
-    return m_connection->call(message, QDBus::Block, remaining).type() == QDBusMessage::ReplyMessage;
+    const QDBusMessage reply = m_connection->call(message, QDBus::Block, remaining);
+    if (reply.type() != QDBusMessage::ReplyMessage)
+        return std::nullopt;
+    return reply.arguments().value(0).toString();
 }
 
-void InstanceBus::listen(std::function<void()> show)
+void InstanceBus::listen(std::function<QString(Request request)> answer)
 {
-    m_show = std::move(show);
+    m_answer = std::move(answer);
+    new InstanceReport(*this); // Goes with this object.
     m_bus.connect(busPatience, [this](const QDBusConnection &connection) {
         QMetaObject::invokeMethod(
             this, [this, connection] { serve(connection); }, Qt::QueuedConnection);
@@ -97,7 +144,8 @@ void InstanceBus::serve(const QDBusConnection &connection)
         return;
     }
     // The object first: whoever sees the name may call at once.
-    m_connection->registerObject(objectPath, this, QDBusConnection::ExportScriptableSlots);
+    m_connection->registerObject(objectPath, this,
+                                 QDBusConnection::ExportScriptableSlots | QDBusConnection::ExportAdaptors);
     auto *request = new QDBusPendingCallWatcher(m_connection->asyncCall(requestNameMessage()), this);
     connect(request, &QDBusPendingCallWatcher::finished, this, [request] {
         constexpr uint primaryOwner = 1;
@@ -108,18 +156,23 @@ void InstanceBus::serve(const QDBusConnection &connection)
     });
 }
 
-void InstanceBus::Activate(const QVariantMap &platformData)
+QString InstanceBus::answerTo(Request request, const QVariantMap &platformData)
 {
     const auto instance = platformData.constFind(instanceKey);
     if (instance != platformData.cend() && instance->toString() != m_instance) {
         sendErrorReply(QStringLiteral("dev.tolvane.Wrenfold.Error.OtherInstance"),
                        QStringLiteral("This program runs with other preferences"));
-        return;
+        return {};
     }
     // Where Qt looks for the token when a window asks to be activated.
     if (const QString token = platformData.value(activationTokenKey).toString(); !token.isEmpty())
         qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
-    m_show();
+    return m_answer(request);
+}
+
+void InstanceBus::Activate(const QVariantMap &platformData)
+{
+    static_cast<void>(answerTo(Request::ShowPanel, platformData));
 }
 
 void InstanceBus::Open(const QStringList & /*uris*/, const QVariantMap &platformData)
@@ -128,9 +181,14 @@ void InstanceBus::Open(const QStringList & /*uris*/, const QVariantMap &platform
 }
 
 void InstanceBus::ActivateAction(const QString &action, const QVariantList & /*parameter*/,
-                                 const QVariantMap & /*platformData*/)
+                                 const QVariantMap &platformData)
 {
-    sendErrorReply(QDBusError::InvalidArgs, QStringLiteral("There is no action %1").arg(action));
+    if (const std::optional<Request> request = requestNamed(action))
+        static_cast<void>(answerTo(*request, platformData));
+    else
+        sendErrorReply(QDBusError::InvalidArgs, QStringLiteral("There is no action %1").arg(action));
 }
 
 } // namespace wrenfold
+
+#include "instance_bus.moc"

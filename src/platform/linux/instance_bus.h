@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/launch_options.h"
 #include "platform/linux/session_bus.h"
 
 #include <QDBusConnection>
@@ -16,8 +17,8 @@
 
 namespace wrenfold {
 
-/// The program's name on the session bus, over which desktops and further starts ask the running program to
-/// show its panel. The connection is its own and made on a thread of its own, so that a bus that hangs holds
+/// The program's name on the session bus, over which desktops and further starts send the running
+/// program requests. The connection is its own and made on a thread of its own, so that a bus that hangs holds
 /// up nobody.
 class InstanceBus : public QObject, protected QDBusContext
 {
@@ -25,16 +26,16 @@ class InstanceBus : public QObject, protected QDBusContext
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
 
 public:
-    /// `instance` goes with each ask of ours; a running program that was given another one refuses it.
+    /// `instance` goes with each request of ours; a running program that was given another one refuses it.
     explicit InstanceBus(QString instance);
 
-    /// Asks the running program, handing on the activation token that this start was given; true when it
-    /// answered within `patience`. Blocks no longer than that.
-    [[nodiscard]] bool ask(std::chrono::milliseconds patience);
+    /// Asks the running program, handing on the activation token that this start was given, and returns its answer;
+    /// nothing without one within `patience`. Blocks no longer than that.
+    [[nodiscard]] std::optional<QString> ask(Request request, std::chrono::milliseconds patience);
 
-    /// Calls `show` on the main thread for each ask, until this object goes. Returns at once and never waits
+    /// Calls `answer` on the main thread for each request, until this object goes. Returns at once and never waits
     /// on the bus. If there is no bus, or another program holds the name, nothing comes.
-    void listen(std::function<void()> show);
+    void listen(std::function<QString(Request request)> answer);
 
 public Q_SLOTS:
     // Named by the interface they serve.
@@ -44,10 +45,14 @@ public Q_SLOTS:
                                      const QVariantMap &platformData);
 
 private:
+    friend class InstanceReport;
+
+    /// The answer to a request that came over the bus; none, and an error sent back, where it was meant for another.
+    [[nodiscard]] QString answerTo(Request request, const QVariantMap &platformData);
     void serve(const QDBusConnection &connection);
 
     const QString m_instance;
-    std::function<void()> m_show;
+    std::function<QString(Request request)> m_answer;
     std::future<QDBusConnection> m_connecting;   ///< Valid from the first ask until it is made.
     std::optional<QDBusConnection> m_connection; ///< Empty until it is made.
     SessionBus m_bus;                            ///< Last: its thread uses the rest.

@@ -15,8 +15,9 @@
 namespace wrenfold {
 namespace {
 
-constexpr QByteArrayView question = "show\n";
-constexpr QByteArrayView answer = "ok\n";
+constexpr QByteArrayView acknowledgement = "ok\n";
+constexpr qint64 longestQuestion = 64;
+constexpr qint64 longestAnswer = 1 << 16;
 
 bool isPrivateFolder(const QString &folder)
 {
@@ -50,30 +51,36 @@ InstanceSocket::InstanceSocket(const QString &instance)
     m_server.setSocketOptions(QLocalServer::UserAccessOption);
 }
 
-bool InstanceSocket::ask(std::chrono::milliseconds patience) const
+std::optional<QString> InstanceSocket::ask(Request request, std::chrono::milliseconds patience) const
 {
     if (m_path.isEmpty())
-        return false;
+        return std::nullopt;
     const QDeadlineTimer deadline(patience);
     const auto remaining = [&deadline] { return static_cast<int>(deadline.remainingTime()); };
     QLocalSocket socket;
+    socket.setReadBufferSize(longestAnswer);
     socket.connectToServer(m_path);
     if (!socket.waitForConnected(remaining()))
-        return false;
-    socket.write(question.data(), question.size());
+        return std::nullopt;
+    socket.write(wordFor(request).toUtf8() + '\n');
     while (!socket.canReadLine()) {
         if (!socket.waitForReadyRead(remaining()))
-            return false;
+            return std::nullopt;
     }
-    return socket.readLine() == answer;
+    if (socket.readLine() != acknowledgement)
+        return std::nullopt;
+    // The whole answer is there when the other side hangs up.
+    if (socket.state() != QLocalSocket::UnconnectedState && !socket.waitForDisconnected(remaining()))
+        return std::nullopt;
+    return QString::fromUtf8(socket.readAll());
 }
 
-void InstanceSocket::listen(std::function<void()> show)
+void InstanceSocket::listen(std::function<QString(Request request)> answer)
 {
-    m_show = std::move(show);
+    m_answer = std::move(answer);
     QObject::connect(&m_server, &QLocalServer::newConnection, &m_server, [this] {
         while (QLocalSocket *client = m_server.nextPendingConnection()) {
-            client->setReadBufferSize(question.size());
+            client->setReadBufferSize(longestQuestion);
             QObject::connect(client, &QLocalSocket::disconnected, client, &QObject::deleteLater);
             QObject::connect(client, &QLocalSocket::readyRead, &m_server, [this, client] { serve(*client); });
             serve(*client);
@@ -93,12 +100,11 @@ void InstanceSocket::listen(std::function<void()> show)
 
 void InstanceSocket::serve(QLocalSocket &client)
 {
-    if (client.bytesAvailable() < question.size())
+    if (!client.canReadLine() && client.bytesAvailable() < longestQuestion)
         return;
-    if (client.read(question.size()) == question) {
-        m_show();
-        client.write(answer.data(), answer.size());
-    }
+    const QString word = QString::fromUtf8(client.readLine()).trimmed();
+    if (const std::optional<Request> request = requestNamed(word))
+        client.write(acknowledgement.toByteArray() + m_answer(*request).toUtf8());
     client.disconnectFromServer();
 }
 

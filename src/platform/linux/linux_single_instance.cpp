@@ -36,7 +36,7 @@ SingleInstance::Claim LinuxSingleInstance::claim()
     return m_lock.take();
 }
 
-bool LinuxSingleInstance::showRunning()
+std::optional<QString> LinuxSingleInstance::ask(Request request)
 {
     constexpr std::chrono::milliseconds oneAsk = 1s;
     constexpr auto pause = 100ms;
@@ -50,22 +50,26 @@ bool LinuxSingleInstance::showRunning()
     };
     while (!deadline.hasExpired()) {
         // The bus first, because it takes the activation token along.
-        if (bus.ask(patience()) || socket.ask(patience()))
-            return true;
+        if (const std::optional<QString> answer = bus.ask(request, patience()))
+            return answer;
+        if (const std::optional<QString> answer = socket.ask(request, patience()))
+            return answer;
+        if (m_lock.take() == Claim::First)
+            break;                          // Nobody is left to ask.
         std::this_thread::sleep_for(pause); // UNAVOIDABLE: what has not begun to listen cannot be waited for
     }
-    return false;
+    return std::nullopt;
 }
 
-void LinuxSingleInstance::listen(std::function<void()> showPanel)
+void LinuxSingleInstance::listen(std::function<QString(Request request)> answer)
 {
     if (!m_lock.isHeld())
         return;
     const QString instance = instanceName(m_folder);
     m_socket.emplace(instance);
-    m_socket->listen(showPanel);
+    m_socket->listen(answer);
     m_bus.emplace(instance);
-    m_bus->listen(std::move(showPanel));
+    m_bus->listen(std::move(answer));
 }
 
 } // namespace wrenfold

@@ -13,19 +13,19 @@
 
 namespace wrenfold {
 
-/// The claim is a lock on the preferences folder; the session bus and a local socket carry the messages.
+/// The claim is a lock on the preferences folder; the session bus and a local socket carry the requests.
 class LinuxSingleInstance : public SingleInstance
 {
 public:
-    /// `patience` is how long showRunning() goes on asking: the running program may itself be starting.
+    /// `patience` is how long ask() goes on asking: the running program may itself be starting.
     explicit LinuxSingleInstance(QString folder,
                                  std::chrono::milliseconds patience = std::chrono::seconds(5));
 
     [[nodiscard]] Claim claim() override;
-    [[nodiscard]] bool showRunning() override;
+    [[nodiscard]] std::optional<QString> ask(Request request) override;
 
     /// Does nothing without the claim: another program's socket could be in the place of ours.
-    void listen(std::function<void()> showPanel) override;
+    void listen(std::function<QString(Request request)> answer) override;
 
 private:
     const QString m_folder;

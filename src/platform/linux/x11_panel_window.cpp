@@ -56,6 +56,16 @@ Availability X11PanelWindow::availability() const
     return {};
 }
 
+Availability X11PanelWindow::workspacesAvailability() const
+{
+    if (!hasManager())
+        return availability();
+    if (!isSupported(Desktop))
+        return {Availability::Level::Limited,
+                QStringLiteral("The window manager does not put windows on every workspace.")};
+    return {};
+}
+
 Qt::WindowFlags X11PanelWindow::flags() const
 {
     return Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;

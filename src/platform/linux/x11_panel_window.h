@@ -23,6 +23,7 @@ public:
     ~X11PanelWindow() override;
 
     [[nodiscard]] Availability availability() const override;
+    [[nodiscard]] Availability workspacesAvailability() const override;
     [[nodiscard]] Qt::WindowFlags flags() const override;
     void watchTranslucency(std::function<void(bool)> listener) override
     {

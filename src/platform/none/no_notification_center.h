@@ -9,6 +9,10 @@ namespace wrenfold {
 class NoNotificationCenter : public NotificationCenter
 {
 public:
+    [[nodiscard]] Availability availability() const override
+    {
+        return {Availability::Level::NotAvailable, QStringLiteral("This desktop has no notifications.")};
+    }
     void requestAuthorization(std::function<void(bool isGranted, const Error &error)> answered) override
     {
         answered(false, std::nullopt);

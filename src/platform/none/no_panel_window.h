@@ -14,6 +14,11 @@ public:
         return {Availability::Level::NotAvailable,
                 QStringLiteral("This desktop does not let a program keep its window above others.")};
     }
+    [[nodiscard]] Availability workspacesAvailability() const override
+    {
+        return {Availability::Level::NotAvailable,
+                QStringLiteral("This desktop does not let a program put its window on every workspace.")};
+    }
     [[nodiscard]] Qt::WindowFlags flags() const override
     {
         return Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;

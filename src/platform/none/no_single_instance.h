@@ -10,8 +10,8 @@ class NoSingleInstance : public SingleInstance
 {
 public:
     [[nodiscard]] Claim claim() override { return Claim::Unguarded; }
-    [[nodiscard]] bool showRunning() override { return false; }
-    void listen(std::function<void()> /*showPanel*/) override {}
+    [[nodiscard]] std::optional<QString> ask(Request /*request*/) override { return std::nullopt; }
+    void listen(std::function<QString(Request request)> /*answer*/) override {}
 };
 
 } // namespace wrenfold
