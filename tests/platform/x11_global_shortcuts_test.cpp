@@ -6,6 +6,11 @@
 
 #include <QProcess>
 
+// The header's C has a member of that name.
+#define explicit explicit_
+#include <xcb/xkb.h>
+#undef explicit
+
 namespace wrenfold {
 
 using namespace x11;
@@ -249,6 +254,17 @@ private Q_SLOTS:
         QVERIFY(isTaken(27));
     }
 
+    void itDoesNotMatterWhichLayoutIsOn()
+    {
+        setLayout({QStringLiteral("us,ru")});
+        Desk desk;
+        QVERIFY(desk.shortcuts.registerShortcut(shortcutP));
+        turnOnLayout(XCB_XKB_GROUP_2);
+        press("33");
+        QTRY_COMPARE(desk.pressed, QList<uint32_t>{1});
+        turnOnLayout(XCB_XKB_GROUP_1);
+    }
+
     void aLayoutWithoutTheLetterHasItInItsUsualPlace()
     {
         setLayout({QStringLiteral("ru")});
@@ -348,6 +364,14 @@ private:
         const bool answer = reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;
         std::free(reply);
         return answer;
+    }
+
+    static void turnOnLayout(uint8_t layout)
+    {
+        const auto cookie =
+            xcb_xkb_latch_lock_state_checked(connection(), XCB_XKB_ID_USE_CORE_KBD, 0, 0, 1, layout, 0, 0, 0);
+        xcb_generic_error_t *error = xcb_request_check(connection(), cookie);
+        QVERIFY(!error);
     }
 
     /// Whether somebody else than the other program has the key.

@@ -32,7 +32,7 @@ public:
     QVariant sessionHandle;                              ///< Instead of the true one, if valid.
     QStringList withheld;                                ///< The ids that are left out of what is granted.
     QString trigger = QStringLiteral("Ctrl+Alt+Meta+X"); ///< The description of all keys.
-    bool isUserThinking = false; ///< The shortcuts are answered for by userAnswers() only.
+    bool isUserThinking = false; ///< The last request is responded to by userAnswers() only.
 
     void userAnswers();
     void press(const QString &id, const QString &session = {}); ///< In our session, if none is named.

@@ -47,11 +47,14 @@ PortalGlobalShortcuts::PortalGlobalShortcuts(std::chrono::milliseconds patience)
 Availability PortalGlobalShortcuts::availability() const
 {
     QStringList without = m_refused;
+    bool hasOthers = false;
     for (const GlobalShortcut &shortcut : m_shortcuts) {
-        if (!m_withKeys.contains(PortalShortcut::idOf(shortcut)))
+        if (m_withKeys.contains(PortalShortcut::idOf(shortcut)))
+            hasOthers = true;
+        else
             without << nameOf(shortcut);
     }
-    return availabilityWithout(without, !m_withKeys.isEmpty());
+    return availabilityWithout(without, hasOthers);
 }
 
 bool PortalGlobalShortcuts::registerShortcut(const GlobalShortcut &shortcut)
@@ -60,8 +63,7 @@ bool PortalGlobalShortcuts::registerShortcut(const GlobalShortcut &shortcut)
         m_refused << nameOf(shortcut);
         return false;
     }
-    if (m_shortcuts.empty())
-        QMetaObject::invokeMethod(this, &PortalGlobalShortcuts::connectToBus, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, &PortalGlobalShortcuts::connectToBus, Qt::QueuedConnection);
     m_shortcuts.push_back(shortcut);
     return true;
 }
@@ -74,7 +76,8 @@ void PortalGlobalShortcuts::unregisterShortcut(uint32_t id)
 
 void PortalGlobalShortcuts::connectToBus()
 {
-    m_isPassedOn = true;
+    if (std::exchange(m_isPassedOn, true))
+        return;
     m_bus.connect(m_patience, [this](const QDBusConnection &connection) {
         QMetaObject::invokeMethod(
             this, [this, connection] { followPortal(connection); }, Qt::QueuedConnection);
@@ -130,6 +133,8 @@ void PortalGlobalShortcuts::createSession()
 
 void PortalGlobalShortcuts::bindShortcuts()
 {
+    if (m_shortcuts.empty()) // Unregistered meanwhile, or refused for an answer that came too late.
+        return;
     QList<PortalShortcut> shortcuts;
     for (const GlobalShortcut &shortcut : m_shortcuts)
         shortcuts << PortalShortcut::asking(shortcut);
@@ -174,7 +179,7 @@ void PortalGlobalShortcuts::sessionCreated(const QDBusMessage &response)
         return;
     }
     m_connection->connect({}, m_session, QStringLiteral("org.freedesktop.portal.Session"),
-                          QStringLiteral("Closed"), this, SLOT(sessionClosed()));
+                          QStringLiteral("Closed"), this, SLOT(sessionClosed(QDBusMessage)));
     bindShortcuts();
 }
 
@@ -237,8 +242,10 @@ void PortalGlobalShortcuts::activated(const QDBusMessage &signal)
         m_handler.pressed(found->id);
 }
 
-void PortalGlobalShortcuts::sessionClosed()
+void PortalGlobalShortcuts::sessionClosed(const QDBusMessage &signal)
 {
+    if (signal.path() != m_session)
+        return;
     loseSession();
     keepOnly({});
 }

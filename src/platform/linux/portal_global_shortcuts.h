@@ -40,7 +40,7 @@ private Q_SLOTS:
     void sessionCreated(const QDBusMessage &response);
     void shortcutsBound(const QDBusMessage &response);
     void shortcutsChanged(const QDBusMessage &signal);
-    void sessionClosed();
+    void sessionClosed(const QDBusMessage &signal);
     void activated(const QDBusMessage &signal);
 
 private:
