@@ -39,7 +39,7 @@ private Q_SLOTS:
         QTRY_COMPARE(desktop.availability().reason, QStringLiteral("No window manager is running."));
     }
 
-    void aWindowManagerThatDoesNotKnowAboveMakesItLimited()
+    void aWindowManagerThatKnowsNeitherAboveNorAllWorkspacesMakesItLimited()
     {
         QProcess manager;
         manager.start(QStringLiteral("openbox"), {});
@@ -48,10 +48,13 @@ private Q_SLOTS:
         const Values listed = valuesOf(root(), "_NET_SUPPORTED");
         Values others = listed;
         QCOMPARE(others.removeAll(atom("_NET_WM_STATE_ABOVE")), 1);
+        QCOMPARE(others.removeAll(atom("_NET_WM_DESKTOP")), 1);
         setValues(root(), "_NET_SUPPORTED", others);
         QCOMPARE(desktop.availability().level, Availability::Level::Limited);
         QCOMPARE(desktop.availability().reason,
                  QStringLiteral("The window manager does not keep windows above others."));
+        QCOMPARE(desktop.workspacesAvailability().reason,
+                 QStringLiteral("The window manager does not put windows on every workspace."));
 
         manager.terminate();
         QVERIFY(manager.waitForFinished());

@@ -24,10 +24,10 @@ struct Program
 
     Program() { fakes.preferences->setValue(FocusStore::storageKey(), StoreOnFakes::documentWith({})); }
 
-    void start()
+    void start(Request request = Request::ShowPanel)
     {
         delegate = std::make_unique<AppDelegate>(fakes.platform);
-        delegate->applicationDidFinishLaunching();
+        delegate->applicationDidFinishLaunching(request);
     }
 
     [[nodiscard]] static FocusPanel *panel()

@@ -1,0 +1,89 @@
+"""Keys of the desktop may call the program with a verb: it reaches the running one, with a bus and without; with nothing
+running two of them start it. The report is printed without a window."""
+
+from session import Session, expect, program_to_test
+
+ABILITIES = ["status item", "label", "hot keys", "on top", "all workspaces", "guard", "reorder key", "notifications"]
+LEVELS = ("works", "limited.", "not available.")
+
+
+def verb(session, path, name):
+    session.wait_end(session.start(path, f"--{name}"))
+
+
+def start_by(session, path, name):
+    program = session.start(path, f"--{name}")
+    session.wait_active(session.wait_window("Wren Fold"))
+    return program
+
+
+def stop(session, program):
+    program.terminate()
+    session.wait_end(program)
+
+
+def type_task(session, title):
+    """Types where the keyboard is: in the field only if it was given the focus."""
+    session.type_text(title)
+    session.press("Return")
+    session.wait_for(lambda: title in session.titles(), f"the task {title}")
+
+
+def verbs_reach_the_running_program(session, path):
+    program = start_by(session, path, "toggle-panel")
+    verb(session, path, "toggle-panel")
+    session.wait_no_window("Wren Fold")
+    verb(session, path, "toggle-panel")
+    session.wait_active(session.wait_window("Wren Fold"))
+    verb(session, path, "hide-panel")
+    session.wait_no_window("Wren Fold")
+    verb(session, path, "hide-panel")
+    verb(session, path, "new-todo")
+    session.wait_active(session.wait_window("Wren Fold"))
+    type_task(session, "one")
+    verb(session, path, "new-todo")  # In sight already.
+    type_task(session, "two")
+    expect_report(session, path)
+    expect(program.poll() is None, "the program has ended")
+    stop(session, program)
+
+
+def with_nothing_running_two_verbs_start_it(session, path):
+    verb(session, path, "hide-panel")
+    expect(not session.windows("Wren Fold"), "hiding has started the program")
+    program = start_by(session, path, "new-todo")
+    type_task(session, "three")
+    stop(session, program)
+
+
+def expect_report(session, path):
+    report = session.start(path, "--desktop-report")
+    session.wait_end(report)
+    lines = [line for line in session.log_lines(report) if line.partition(":")[0] in ABILITIES]
+    expect([line.partition(":")[0] for line in lines] == ABILITIES, f"the report is {session.log_lines(report)}")
+    for line in lines:
+        expect(line.partition(": ")[2].startswith(LEVELS), f"the report says {line}")
+    return lines
+
+
+def the_report_needs_no_running_program(session, path, has_bus):
+    lines = expect_report(session, path)
+    expect("on top: works" in lines and "all workspaces: works" in lines, f"the report is {lines}")
+    # The bus starts a daemon for whoever asks.
+    notifications = "notifications: works" if has_bus else "notifications: not available."
+    expect(lines[-1].startswith(notifications), f"the report says {lines[-1]}")
+    expect(not session.windows("Wren Fold"), "the report has shown a window")
+    expect(session.document() is None, "the report has saved a document")
+
+
+def main():
+    path = program_to_test()
+    for name, has_bus in (("verbs", True), ("verbs_without_bus", False)):
+        with Session(name, bus=has_bus) as session:
+            the_report_needs_no_running_program(session, path, has_bus)
+            verbs_reach_the_running_program(session, path)
+            with_nothing_running_two_verbs_start_it(session, path)
+
+
+if __name__ == "__main__":
+    main()
