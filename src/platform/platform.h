@@ -42,6 +42,7 @@ struct Platform
 
 /// To be called before the application object is made: keeps the toolkit from what would stop it for good. A session
 /// bus that takes connections and never answers is left out; what we do over it ourselves works once it answers.
+/// Where the session offers several window systems, the one that lets the panel do most is taken.
 void prepareForApplication();
 
 /// To be called last, when everything has been saved and destroyed. Ends the process without more ado if a part of the

@@ -1,44 +1,22 @@
 """The focus guard in sway against a native window: it is warned about and put into the scratchpad, and left alone when
 it is left in time. Runs in the session that tests/support/with_sway.sh makes."""
 
-import json
-import os
 import pathlib
-import shutil
 import sys
-import tempfile
 
 from guard_log import LEFT, GuardLog, hiding, warning
-from session import Session, expect, program_to_test
+from session import expect, program_to_test
+from sway_session import OURS, SwaySession, run_as_sways_user, windows
 
 BLOCKED = "org.example.Player"  # what the windows call themselves
 HARMLESS = "org.example.Reader"
 WARNING = warning("Player", BLOCKED)
 HIDING = hiding("Player", BLOCKED)
 
-# A session offers both. By itself the program takes Wayland where Qt's plugin for it is installed, else Xwayland.
-PLATFORMS = {"default": {}, "xwayland": {"QT_QPA_PLATFORM": "xcb"}}
-OURS = ("dev.tolvane.Wrenfold", "wrenfold")  # the panel on Wayland and on Xwayland
+# A session offers both. By itself the program takes Xwayland.
+PLATFORMS = {"default": {}, "wayland": {"QT_QPA_PLATFORM": "wayland"}}
 
-SWAYS_USER = 65534  # where root runs the tests
 SCRATCHPAD = "__i3_scratch"
-
-
-class SwaySession(Session):
-    """The running sway with folders of the test's own."""
-
-    def _start_display(self):
-        inherited = ("DISPLAY", "SWAYSOCK", "WAYLAND_DISPLAY", "XDG_RUNTIME_DIR")
-        self.environment |= {name: os.environ[name] for name in inherited}
-
-
-def become_sways_user(folder):
-    """Xwayland lets no other user in. The folder becomes that user's."""
-    if os.geteuid() == 0:
-        os.chown(folder, SWAYS_USER, SWAYS_USER)
-        os.setgroups([])
-        os.setgid(SWAYS_USER)
-        os.setuid(SWAYS_USER)
 
 
 def install_player(session):
@@ -53,21 +31,9 @@ def open_window(session, name):
 
 def places(session):
     """The workspace of each window, by what the window calls itself, and who has the keyboard."""
-    found, focused = {}, []
-
-    def collect(node, workspace):
-        if node["type"] == "workspace":
-            workspace = node["name"]
-        name = node.get("app_id") or node.get("window_properties", {}).get("class")
-        if name:
-            found[name] = workspace
-            if node["focused"]:
-                focused.append(name)
-        for child in node["nodes"] + node["floating_nodes"]:
-            collect(child, workspace)
-
-    collect(json.loads(session.tool("swaymsg", "-r", "-t", "get_tree")), None)
-    return found, (focused or [None])[0]
+    found = windows(session)
+    focused = [name for name, (node, _) in found.items() if node["focused"]]
+    return {name: workspace for name, (_, workspace) in found.items()}, (focused or [None])[0]
 
 
 def expect_hiding(session, log, warned):
@@ -99,14 +65,6 @@ def leave_in_time(session, log):
     expect(focused == HARMLESS, f"after leaving the player {focused} has the keyboard")
 
 
-def main():
-    # A copy of the program, as sway's user may not be let into the folders where it was built.
-    with tempfile.TemporaryDirectory() as folder:
-        path = shutil.copy(program_to_test(), folder)
-        become_sways_user(folder)
-        guard_in_sway(path, sys.argv[2])
-
-
 def guard_in_sway(path, platform):
     with SwaySession(f"guard_sway_{platform}", window_manager=None) as session:
         install_player(session)
@@ -131,4 +89,4 @@ def guard_in_sway(path, platform):
 
 
 if __name__ == "__main__":
-    main()
+    run_as_sways_user(program_to_test(), lambda path: guard_in_sway(path, sys.argv[2]))

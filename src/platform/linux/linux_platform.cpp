@@ -30,6 +30,19 @@
 namespace wrenfold {
 namespace {
 
+constexpr auto windowSystemVariable = "QT_QPA_PLATFORM";
+bool isWindowSystemOurs = false; ///< Set by us, and not by the user.
+
+/// In a Wayland session the panel can be kept above other windows only through Xwayland. The user's own choice, by this
+/// variable or the toolkit's option, wins.
+void preferX11()
+{
+    isWindowSystemOurs =
+        !qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty(windowSystemVariable);
+    if (isWindowSystemOurs)
+        qputenv(windowSystemVariable, "xcb;wayland");
+}
+
 bool runsOnX11()
 {
     return QGuiApplication::platformName() == QLatin1String("xcb");
@@ -90,6 +103,7 @@ void prepareForApplication()
 {
     constexpr std::chrono::milliseconds patience{500};
     leaveOutHungSessionBus(patience);
+    preferX11();
 }
 
 void endProcessIfHeldUp(int status)
@@ -100,6 +114,9 @@ void endProcessIfHeldUp(int status)
 
 Platform makePlatform()
 {
+    // Read when the application object was made; programs that we start choose for themselves.
+    if (isWindowSystemOurs)
+        qunsetenv(windowSystemVariable);
     const QString folder = FilePreferences::defaultFolder();
     Platform platform;
     platform.clock = std::make_unique<SystemClock>();
