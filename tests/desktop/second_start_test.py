@@ -2,7 +2,7 @@
 
 import json
 
-from session import Session, expect, program_to_test
+from session import NO_BUS, Session, expect, program_to_test
 
 CLOSE_BUTTON = (319, 77)  # a point in the panel's close button
 COMPOSER = (172, 187)  # a point in its input field at first start
@@ -23,9 +23,12 @@ def second_start_shows_the_hidden_panel(session, path):
     session.wait_window("Wren Fold")
     expect(first.poll() is None, "the first program has ended")
 
-    # With the panel in sight another start changes nothing.
+    # With the panel in sight another start changes nothing; nor does one that sees no bus.
     session.wait_end(session.start(path))
     session.wait_window("Wren Fold")
+    session.wait_end(session.start(path, DBUS_SESSION_BUS_ADDRESS=NO_BUS))
+    session.wait_window("Wren Fold")
+    expect(first.poll() is None, "the first program has ended")
     first.terminate()
     session.wait_end(first)
 

@@ -36,6 +36,7 @@ class Session:
         self._has_bus = bus
         self._size = size
         self._started = []  # what to end, in the order of starting
+        self.daemons = []  # the session's own parts among these
         self._logs = {}
         self.folder = None
         self.environment = {}
@@ -47,6 +48,7 @@ class Session:
             self._start_display()
             self._start_bus()
             self._start_window_manager()
+            self.daemons = list(self._started)
         except BaseException:
             self.__exit__(*sys.exc_info())
             raise
