@@ -233,31 +233,6 @@ private Q_SLOTS:
         QTRY_COMPARE(answers.mid(2), QStringList{QStringLiteral("granted")});
     }
 
-    void theAvailabilityFollowsTheDaemon()
-    {
-        Desk desk;
-        QVERIFY(desk.setUp(700ms));
-        const auto availability = [&desk] { return desk.center->availability(); };
-        const auto ask = [&desk] {
-            desk.center->requestAuthorization([](bool, const NotificationCenter::Error &) {});
-        };
-        QCOMPARE(availability(), (Availability{Availability::Level::NotAvailable,
-                                               QStringLiteral("The desktop has not answered yet.")}));
-        ask();
-        QTRY_COMPARE(availability(), Availability());
-        desk.daemon->leave();
-        QTRY_COMPARE(availability(),
-                     (Availability{Availability::Level::NotAvailable,
-                                   QStringLiteral("The desktop's notification daemon has ended.")}));
-        QVERIFY(desk.daemon->arrive());
-        QTRY_COMPARE(availability(), Availability());
-        desk.daemon->leave();
-        QTRY_COMPARE(availability().level, Availability::Level::NotAvailable);
-        ask();
-        QTRY_VERIFY(
-            availability().reason.startsWith(QStringLiteral("The desktop's notifications do not answer: ")));
-    }
-
     void aDaemonThatHangsEndsInOneErrorAndIsAskedAgain()
     {
         Desk desk;

@@ -81,6 +81,7 @@ private Q_SLOTS:
     {
         Desk desk;
         QVERIFY(desk.portal.arrive());
+        QCOMPARE(desk.level(), Availability::Level::NotAvailable); // Nobody has asked.
         QVERIFY(desk.registerAll());
         QCOMPARE(desk.shortcuts.availability(), nothing); // Until the desktop has answered.
         QTRY_COMPARE(desk.shortcuts.availability(), Availability());

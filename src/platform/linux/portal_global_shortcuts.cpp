@@ -46,6 +46,10 @@ PortalGlobalShortcuts::PortalGlobalShortcuts(std::chrono::milliseconds patience)
 
 Availability PortalGlobalShortcuts::availability() const
 {
+    // To find out, the desktop would ask the user.
+    if (m_shortcuts.empty() && !m_isPassedOn)
+        return {Availability::Level::NotAvailable,
+                QStringLiteral("The desktop is asked when Wren Fold starts: start it, then look again.")};
     QStringList without = m_refused;
     bool hasOthers = false;
     for (const GlobalShortcut &shortcut : m_shortcuts) {
