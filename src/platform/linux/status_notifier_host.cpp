@@ -1,0 +1,226 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/status_notifier_host.h"
+
+#include "app/debug_log.h"
+
+#include <QCoreApplication>
+#include <QDBusPendingCallWatcher>
+#include <QDBusVariant>
+
+#include <limits>
+#include <utility>
+
+namespace wrenfold {
+namespace {
+
+const auto watcherService = QStringLiteral("org.kde.StatusNotifierWatcher");
+const auto watcherPath = QStringLiteral("/StatusNotifierWatcher");
+const auto watcherInterface = QStringLiteral("org.kde.StatusNotifierWatcher");
+const auto busService = QStringLiteral("org.freedesktop.DBus");
+const auto busPath = QStringLiteral("/org/freedesktop/DBus");
+
+/// What the programs call themselves that are a watcher and draw labels: the Ayatana indicators, GNOME's shell with an
+/// extension for indicators, MATE's panel.
+QStringList labelDrawers()
+{
+    return {QStringLiteral("org.ayatana.indicator.application"), QStringLiteral("org.gnome.Shell"),
+            QStringLiteral("org.mate.panel.applet.NotificationAreaAppletFactory")};
+}
+
+QString itemService()
+{
+    return QStringLiteral("org.kde.StatusNotifierItem-%1-1").arg(QCoreApplication::applicationPid());
+}
+
+/// What is listened to. Without naming the senders, whom Qt would wait for the bus to learn of.
+struct Followed
+{
+    QString path;
+    QString interface;
+    QString name;
+    QStringList firstArgument;
+    const char *slot;
+};
+
+QList<Followed> followedSignals()
+{
+    return {{busPath,
+             busService,
+             QStringLiteral("NameOwnerChanged"),
+             {watcherService},
+             SLOT(watcherChanged(QDBusMessage))},
+            {watcherPath,
+             watcherInterface,
+             QStringLiteral("StatusNotifierHostRegistered"),
+             {},
+             SLOT(hostChanged(QDBusMessage))},
+            {watcherPath,
+             watcherInterface,
+             QStringLiteral("StatusNotifierHostUnregistered"),
+             {},
+             SLOT(hostChanged(QDBusMessage))},
+            {QStringLiteral("/org/freedesktop/DBus/Local"),
+             QStringLiteral("org.freedesktop.DBus.Local"),
+             QStringLiteral("Disconnected"),
+             {},
+             SLOT(disconnected())}};
+}
+
+QDBusMessage busCall(const QString &method, const QVariantList &arguments)
+{
+    QDBusMessage message = QDBusMessage::createMethodCall(busService, busPath, busService, method);
+    message.setArguments(arguments);
+    return message;
+}
+
+} // namespace
+
+StatusNotifierHost::StatusNotifierHost(Objects objects, std::chrono::milliseconds patience)
+    : m_objects(std::move(objects))
+    , m_patience(patience)
+{
+}
+
+StatusNotifierHost::~StatusNotifierHost()
+{
+    leaveBus();
+}
+
+void StatusNotifierHost::connectToBus()
+{
+    if (m_isConnecting || !m_nextAttempt.hasExpired() || (m_connection && m_connection->isConnected()))
+        return;
+    m_isConnecting = true;
+    leaveBus();
+    m_bus.connect(m_patience, [this](const QDBusConnection &connection) {
+        QMetaObject::invokeMethod(
+            this, [this, connection] { serve(connection); }, Qt::QueuedConnection);
+    });
+}
+
+void StatusNotifierHost::serve(const QDBusConnection &connection)
+{
+    m_isConnecting = false;
+    m_connection = connection;
+    if (!m_connection->isConnected())
+        return disconnected();
+    for (const Followed &each : followedSignals())
+        m_connection->connect({}, each.path, each.interface, each.name, each.firstArgument, {}, this,
+                              each.slot);
+    // The objects before the name: whoever sees it may call at once.
+    for (auto object = m_objects.cbegin(); object != m_objects.cend(); ++object)
+        m_connection->registerVirtualObject(object.key(), object.value());
+    m_connection->send(busCall(QStringLiteral("RequestName"), {itemService(), 0U}));
+    findWatcher();
+}
+
+void StatusNotifierHost::leaveBus()
+{
+    if (!m_connection)
+        return;
+    // The connection ends on a thread of its own, where it looks at whatever it still knows: by then that may have gone.
+    for (const Followed &each : followedSignals())
+        m_connection->disconnect({}, each.path, each.interface, each.name, each.firstArgument, {}, this,
+                                 each.slot);
+    disconnect(this, &QObject::destroyed, nullptr, nullptr);
+    for (auto object = m_objects.cbegin(); object != m_objects.cend(); ++object) {
+        m_connection->unregisterObject(object.key());
+        disconnect(object.value(), &QObject::destroyed, nullptr, nullptr);
+    }
+    m_connection.reset();
+}
+
+void StatusNotifierHost::findWatcher()
+{
+    ++m_attempt;
+    m_watcher.clear();
+    call(busCall(QStringLiteral("GetNameOwner"), {watcherService}), [this](const QDBusMessage &answer) {
+        const bool isOwned = answer.type() == QDBusMessage::ReplyMessage;
+        registerItem(isOwned ? answer.arguments().value(0).toString() : QString());
+    });
+}
+
+void StatusNotifierHost::registerItem(const QString &watcher)
+{
+    m_watcher = watcher;
+    m_drawsLabels = false;
+    if (m_watcher.isEmpty())
+        return setThere(false);
+    // The bus answers these before the watcher answers the rest.
+    const QStringList names = labelDrawers();
+    for (const QString &name : names) {
+        call(busCall(QStringLiteral("GetNameOwner"), {name}), [this](const QDBusMessage &answer) {
+            m_drawsLabels = m_drawsLabels || answer.arguments().value(0).toString() == m_watcher;
+        });
+    }
+    QDBusMessage message = QDBusMessage::createMethodCall(m_watcher, watcherPath, watcherInterface,
+                                                          QStringLiteral("RegisterStatusNotifierItem"));
+    message << itemService();
+    call(message, [this](const QDBusMessage &answer) {
+        if (answer.type() != QDBusMessage::ErrorMessage)
+            return askForHost();
+        qCInfo(DebugLog::ui).noquote()
+            << QStringLiteral("The status area refuses the item: %1").arg(answer.errorMessage().simplified());
+        setThere(false);
+    });
+}
+
+void StatusNotifierHost::askForHost()
+{
+    QDBusMessage message = QDBusMessage::createMethodCall(
+        m_watcher, watcherPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    message << watcherInterface << QStringLiteral("IsStatusNotifierHostRegistered");
+    call(message, [this](const QDBusMessage &answer) {
+        // A watcher that does not know is its own host.
+        setThere(answer.type() == QDBusMessage::ErrorMessage ||
+                 answer.arguments().value(0).value<QDBusVariant>().variant().toBool());
+    });
+}
+
+void StatusNotifierHost::setThere(bool isThere)
+{
+    m_isThere = isThere;
+    Q_EMIT changed();
+}
+
+void StatusNotifierHost::tell(const QDBusMessage &signal)
+{
+    if (m_isThere)
+        m_connection->send(signal);
+}
+
+void StatusNotifierHost::call(const QDBusMessage &message,
+                              std::function<void(const QDBusMessage &answer)> answered)
+{
+    // A watcher that hangs is waited for: once it goes on, it will show the item.
+    constexpr int forEver = std::numeric_limits<int>::max();
+    auto *watcher = new QDBusPendingCallWatcher(m_connection->asyncCall(message, forEver), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this,
+            [this, watcher, attempt = m_attempt, answered = std::move(answered)] {
+                watcher->deleteLater();
+                if (attempt == m_attempt)
+                    answered(watcher->reply());
+            });
+}
+
+void StatusNotifierHost::watcherChanged(const QDBusMessage &signal)
+{
+    if (signal.service() == busService)
+        findWatcher();
+}
+
+void StatusNotifierHost::hostChanged(const QDBusMessage &signal)
+{
+    if (signal.service() == m_watcher)
+        askForHost();
+}
+
+void StatusNotifierHost::disconnected()
+{
+    ++m_attempt;
+    m_watcher.clear();
+    m_nextAttempt.setRemainingTime(m_patience);
+    setThere(false);
+}
+
+} // namespace wrenfold
