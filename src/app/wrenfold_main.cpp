@@ -48,12 +48,22 @@ std::optional<int> handOver(SingleInstance &instance, Request request)
     return 1;
 }
 
+StatusIcon invisibleIcon()
+{
+    return {QStringLiteral("report"), [](int side) {
+                QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
+                image.fill(Qt::transparent);
+                return image;
+            }};
+}
+
 /// The report of a desktop on which the program does not run.
 int printDesktopReport(Platform &platform)
 {
     platform.singleInstance.reset(); // So that the program can be started meanwhile.
     platform.frontmostApplication->start();
     platform.notificationCenter->requestAuthorization([](bool, const NotificationCenter::Error &) {});
+    platform.statusItem->setContent({.icon = invisibleIcon(), .label = {}, .toolTip = {}});
     platform.statusItem->show({.activate = [] {},
                                .openMenu = [] {},
                                .menuRows = [] { return QList<StatusMenuRow>(); },

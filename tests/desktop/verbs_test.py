@@ -68,7 +68,7 @@ def expect_report(session, path):
 
 def the_report_needs_no_running_program(session, path, has_bus):
     lines = expect_report(session, path)
-    expect("on top: works" in lines and "all workspaces: works" in lines, f"the report is {lines}")
+    expect("hot keys: works" in lines and "on top: works" in lines and "all workspaces: works" in lines, f"the report is {lines}")
     # The bus starts a daemon for whoever asks.
     notifications = "notifications: works" if has_bus else "notifications: not available."
     expect(lines[-1].startswith(notifications), f"the report says {lines[-1]}")
