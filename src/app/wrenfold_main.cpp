@@ -10,6 +10,7 @@
 #include "platform/termination_signals.h"
 #include "shell/app_delegate.h"
 #include "shell/desktop_report.h"
+#include "shell/tray_icon.h"
 
 #include <QApplication>
 #include <QTimer>
@@ -94,7 +95,7 @@ int runApplication(int argc, char **argv, const QStringList &arguments, const La
     QApplication::setDesktopFileName(applicationID());
     QApplication::setQuitOnLastWindowClosed(false);
 
-    Platform platform = makePlatform();
+    Platform platform = makePlatform([] { return std::make_unique<TrayIcon>(); });
     if (!options.isDemonstration) {
         if (const std::optional<int> status = handOver(*platform.singleInstance, options.request))
             return *status;

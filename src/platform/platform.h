@@ -16,6 +16,7 @@
 #include "platform/sounds.h"
 #include "platform/status_item.h"
 
+#include <functional>
 #include <memory>
 
 namespace wrenfold {
@@ -49,7 +50,8 @@ void prepareForApplication();
 /// desktop that hangs would hold up its orderly end; returns otherwise.
 void endProcessIfHeldUp(int status);
 
-/// The platform of this session. Needs the application object, from which it learns the window system.
-[[nodiscard]] Platform makePlatform();
+/// The platform of this session. Needs the application object, from which it learns the window system. `makeTrayIcon`
+/// makes the status item where there is nothing but a tray of the old kind: that takes widgets, which are unknown here.
+[[nodiscard]] Platform makePlatform(std::function<std::unique_ptr<StatusItem>()> makeTrayIcon);
 
 } // namespace wrenfold

@@ -15,7 +15,7 @@ namespace wrenfold {
 struct StatusIcon
 {
     QString name; ///< The same name is always the same picture. Letters, digits and hyphens of ASCII.
-    /// Draws it, this many pixels wide and high. Called only for names that were not drawn before.
+    /// Draws it, this many pixels wide and high. Called when one of another name is to be seen.
     std::function<QImage(int side)> paint;
 
     friend bool operator==(const StatusIcon &icon, const StatusIcon &other)

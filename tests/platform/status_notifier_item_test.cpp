@@ -117,6 +117,19 @@ private Q_SLOTS:
         QCOMPARE(desk.item->labelAvailability().level, Availability::Level::Limited);
     }
 
+    void anItemWithoutContentIsNotSeen()
+    {
+        const auto status = QStringLiteral("Status");
+        Desk desk;
+        QVERIFY(desk.host.arrive());
+        desk.show({});
+        QVERIFY(desk.waitUntilHosted());
+        QCOMPARE(desk.host.property(status).toString(), QStringLiteral("Passive"));
+        desk.item->setContent(first);
+        QCOMPARE(desk.host.property(status).toString(), QStringLiteral("Active"));
+        QVERIFY(desk.host.takeSignals().contains(QStringLiteral("NewStatus")));
+    }
+
     void theIconComesInEachSizeInNetworkOrder()
     {
         Desk desk;

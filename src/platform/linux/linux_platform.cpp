@@ -5,6 +5,7 @@
 #include "platform/linux/inotify_folder_watch.h"
 #include "platform/linux/kwin_frontmost_application.h"
 #include "platform/linux/linux_single_instance.h"
+#include "platform/linux/linux_status_item.h"
 #include "platform/linux/portal_appearance.h"
 #include "platform/linux/portal_global_shortcuts.h"
 #include "platform/linux/session_bus.h"
@@ -18,7 +19,6 @@
 #include "platform/none/no_frontmost_application.h"
 #include "platform/none/no_global_shortcuts.h"
 #include "platform/none/no_panel_window.h"
-#include "platform/none/no_status_item.h"
 #include "platform/own_modifier_keys.h"
 #include "platform/platform.h"
 #include "platform/system_clock.h"
@@ -26,6 +26,7 @@
 #include <QGuiApplication>
 
 #include <cstdlib>
+#include <utility>
 
 namespace wrenfold {
 namespace {
@@ -48,8 +49,8 @@ bool runsOnX11()
     return QGuiApplication::platformName() == QLatin1String("xcb");
 }
 
-/// Under Xwayland the server hears of no key while a Wayland window has the keyboard.
-bool hearsOfAllKeys()
+/// Xwayland's server hears of no key while a Wayland window has the keyboard, and has no tray.
+bool isX11Session()
 {
     return runsOnX11() && !qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
 }
@@ -70,14 +71,14 @@ std::unique_ptr<PanelWindow> makePanelWindow()
 
 std::unique_ptr<ModifierKeys> makeModifierKeys()
 {
-    if (hearsOfAllKeys())
+    if (isX11Session())
         return std::make_unique<X11ModifierKeys>();
     return std::make_unique<OwnModifierKeys>();
 }
 
 std::unique_ptr<GlobalShortcuts> makeGlobalShortcuts()
 {
-    if (hearsOfAllKeys())
+    if (isX11Session())
         return std::make_unique<X11GlobalShortcuts>();
     if (qEnvironmentVariableIsSet("WAYLAND_DISPLAY"))
         return std::make_unique<PortalGlobalShortcuts>();
@@ -112,7 +113,7 @@ void endProcessIfHeldUp(int status)
         std::_Exit(status);
 }
 
-Platform makePlatform()
+Platform makePlatform(std::function<std::unique_ptr<StatusItem>()> makeTrayIcon)
 {
     // Read when the application object was made; programs that we start choose for themselves.
     if (isWindowSystemOurs)
@@ -126,7 +127,8 @@ Platform makePlatform()
     platform.panelWindow = makePanelWindow();
     platform.modifierKeys = makeModifierKeys();
     platform.globalShortcuts = makeGlobalShortcuts();
-    platform.statusItem = std::make_unique<NoStatusItem>();
+    platform.statusItem =
+        std::make_unique<LinuxStatusItem>(isX11Session() ? std::move(makeTrayIcon) : nullptr);
     platform.sounds = std::make_unique<CanberraSounds>();
     platform.notificationCenter = std::make_unique<DBusNotificationCenter>(*platform.sounds);
     platform.folderWatch = std::make_unique<InotifyFolderWatch>();

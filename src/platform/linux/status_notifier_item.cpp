@@ -16,6 +16,12 @@ const auto objectPath = QStringLiteral("/StatusNotifierItem");
 const auto interface = QStringLiteral("org.kde.StatusNotifierItem");
 const auto title = QStringLiteral("Wren Fold");
 
+/// Hosts show nothing of an item that has nothing to show yet.
+QString status(const StatusItemContent &content)
+{
+    return content.icon.name.isEmpty() ? QStringLiteral("Passive") : QStringLiteral("Active");
+}
+
 } // namespace
 
 StatusNotifierItem::StatusNotifierItem(std::function<void()> hostChanged, std::chrono::milliseconds patience)
@@ -64,6 +70,8 @@ void StatusNotifierItem::setContent(const StatusItemContent &content)
         m_pixmaps = statusPixmaps(content.icon);
         tell(QStringLiteral("NewIcon"));
     }
+    if (status(content) != status(before))
+        tell(QStringLiteral("NewStatus"), {status(content)});
     if (content.toolTip != before.toolTip)
         tell(QStringLiteral("NewToolTip"));
     if (content.label != before.label && m_isLabelShown) {
@@ -124,7 +132,7 @@ QVariantMap StatusNotifierItem::properties()
     QVariantMap properties{{QStringLiteral("Category"), QStringLiteral("ApplicationStatus")},
                            {QStringLiteral("Id"), QStringLiteral("wrenfold")},
                            {QStringLiteral("Title"), title},
-                           {QStringLiteral("Status"), QStringLiteral("Active")},
+                           {QStringLiteral("Status"), status(m_content)},
                            {QStringLiteral("WindowId"), 0},
                            {QStringLiteral("IconThemePath"), QString()},
                            {QStringLiteral("IconName"), m_files.path(m_content.icon)},
