@@ -73,6 +73,12 @@ QDBusMessage busCall(const QString &method, const QVariantList &arguments)
     return message;
 }
 
+/// What the bus says of a connection's process; 0 if there is none.
+uint processId(const QDBusMessage &answer)
+{
+    return answer.type() == QDBusMessage::ReplyMessage ? answer.arguments().value(0).toUInt() : 0;
+}
+
 } // namespace
 
 StatusNotifierHost::StatusNotifierHost(Objects objects, std::chrono::milliseconds patience)
@@ -146,11 +152,16 @@ void StatusNotifierHost::registerItem(const QString &watcher)
     m_drawsLabels = false;
     if (m_watcher.isEmpty())
         return setThere(false);
-    // The bus answers these before the watcher answers the rest.
+    // The bus answers these before the watcher answers the rest. Programs are compared, because one may have several
+    // connections.
+    const auto process = QStringLiteral("GetConnectionUnixProcessID");
+    m_watcherProcess = 0;
+    call(busCall(process, {m_watcher}),
+         [this](const QDBusMessage &answer) { m_watcherProcess = processId(answer); });
     const QStringList names = labelDrawers();
     for (const QString &name : names) {
-        call(busCall(QStringLiteral("GetNameOwner"), {name}), [this](const QDBusMessage &answer) {
-            m_drawsLabels = m_drawsLabels || answer.arguments().value(0).toString() == m_watcher;
+        call(busCall(process, {name}), [this](const QDBusMessage &answer) {
+            m_drawsLabels = m_drawsLabels || (m_watcherProcess != 0 && processId(answer) == m_watcherProcess);
         });
     }
     QDBusMessage message = QDBusMessage::createMethodCall(m_watcher, watcherPath, watcherInterface,

@@ -67,7 +67,8 @@ private:
     std::optional<QDBusConnection> m_connection;
     bool m_isConnecting = false;
     QDeadlineTimer m_nextAttempt;
-    QString m_watcher;     ///< Its unique name on the bus; empty while there is none.
+    QString m_watcher; ///< Its unique name on the bus; empty while there is none.
+    uint m_watcherProcess = 0;
     quint64 m_attempt = 0; ///< Counts the watchers.
     bool m_isThere = false;
     bool m_drawsLabels = false;
