@@ -1,6 +1,7 @@
 """The program in sway: by itself through Xwayland, natively where the user asks for it or there is no Xwayland; the panel
 is seen, and bindings of the compositor reach it. Runs in the session that tests/support/with_sway.sh makes."""
 
+import json
 import os
 import signal
 
@@ -8,6 +9,11 @@ from session import expect, program_to_test
 from sway_session import SwaySession, our_window, run_as_sways_user
 
 XWAYLAND, NATIVE = "xwayland", "xdg_shell"
+BAR_HEIGHT = 30
+BAR = {"layer": "top", "position": "bottom", "height": BAR_HEIGHT, "modules-right": ["tray"], "tray": {"icon-size": 20}}
+BAR_STYLE = "* { border: none; box-shadow: none; } window#waybar { background: #000000; }"
+WATCHER = "org.kde.StatusNotifierWatcher"
+
 # How the program is started, and what its window is then.
 STARTS = (
     ([], {}, XWAYLAND),
@@ -25,9 +31,9 @@ def wait_no_panel(session):
     session.wait_for(lambda: not our_window(session), "the panel to go")
 
 
-def stop(session, program):
+def stop(session, program, status=0):
     program.terminate()
-    session.wait_end(program)
+    session.wait_end(program, status)
 
 
 def screen(session, name):
@@ -118,12 +124,55 @@ def bindings_reach_the_program(session, path):
     wait_no_panel(session)
 
 
+def start_bar(session):
+    config, style = session.folder / "bar.json", session.folder / "bar.css"
+    config.write_text(json.dumps(BAR))
+    style.write_text(BAR_STYLE)
+    bar = session.start("waybar", "-c", str(config), "-s", str(style))
+    session.wait_for(lambda: session.tool("busctl", "--user", "status", WATCHER), "the bar to look for items")
+    session.wait_for(lambda: set(bar_picture(session)) == {0}, "the black bar")
+    return bar
+
+
+def bar_picture(session):
+    """The colours of the bar's right half, where nothing else is drawn, as bytes."""
+    path = session.folder / "bar.rgb"
+    session.tool("convert", str(screen(session, "bar")), "-gravity", "SouthEast",
+                 "-crop", f"640x{BAR_HEIGHT}+0+0", "-depth", "8", f"rgb:{path}")
+    return path.read_bytes()
+
+
+def wait_item(session):
+    session.wait_for(lambda: "StatusNotifierItem" in session.tool(
+        "busctl", "--user", "get-property", WATCHER, "/StatusNotifierWatcher", WATCHER, "RegisteredStatusNotifierItems"),
+        "the item to be known to the bar")
+    session.wait_for(lambda: set(bar_picture(session)) != {0}, "the item to be painted in the bar")
+
+
+def the_item_is_in_the_bar(session, path):
+    bar = start_bar(session)
+    program = session.start(path)
+    wait_panel(session)
+    wait_item(session)
+    report = session.start(path, "--desktop-report")
+    session.wait_end(report)
+    expect("status item: works" in session.log_lines(report), f"the report is {session.log_lines(report)}")
+    # A bar that starts anew shows it again.
+    stop(session, bar, -signal.SIGTERM)
+    bar = session.start(*bar.args)
+    wait_item(session)
+    stop(session, program)
+    session.wait_for(lambda: set(bar_picture(session)) == {0}, "the item to go")
+    stop(session, bar, -signal.SIGTERM)
+
+
 def in_sway(path):
     with SwaySession("sway", window_manager=None) as session:
         the_window_system_is_the_one_that_fits(session, path)
         the_report_tells_what_is_missing_natively(session, path)
         the_panel_is_seen(session, path)
         bindings_reach_the_program(session, path)
+        the_item_is_in_the_bar(session, path)
 
 
 if __name__ == "__main__":
