@@ -36,7 +36,7 @@ private Q_SLOTS:
 
     void inAnX11SessionTheServerIsAsked()
     {
-        const Platform platform = makePlatform();
+        const Platform platform = makePlatform({});
         QVERIFY(platform.globalShortcuts->registerShortcut(shortcut));
         QCOMPARE(platform.globalShortcuts->availability(), Availability());
         QVERIFY(!isFree());
@@ -45,7 +45,7 @@ private Q_SLOTS:
     void inAWaylandSessionNoKeyIsCountedAsRegisteredWithoutAPortal()
     {
         qputenv("WAYLAND_DISPLAY", "wayland-of-the-session");
-        const Platform platform = makePlatform();
+        const Platform platform = makePlatform({});
         QList<uint32_t> refused;
         platform.globalShortcuts->installEventHandler(
             {.pressed = {}, .refused = [&](uint32_t id) { refused << id; }});
@@ -61,7 +61,7 @@ private Q_SLOTS:
         qputenv("WAYLAND_DISPLAY", "wayland-of-the-session");
         FakeShortcutsPortal portal(m_bus.address());
         QVERIFY(portal.arrive());
-        const Platform platform = makePlatform();
+        const Platform platform = makePlatform({});
         QList<uint32_t> pressed;
         platform.globalShortcuts->installEventHandler(
             {.pressed = [&](uint32_t id) { pressed << id; }, .refused = {}});
