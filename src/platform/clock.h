@@ -30,6 +30,11 @@ public:
     [[nodiscard]] virtual std::unique_ptr<ScheduledCall> after(std::chrono::milliseconds delay,
                                                                std::function<void()> call) = 0;
 
+    /// Calls `call` once on the main thread when now() reaches `moment`: in the time that passes or while the computer
+    /// sleeps; and when somebody sets the clock. Otherwise as after().
+    [[nodiscard]] virtual std::unique_ptr<ScheduledCall> at(const QDateTime &moment,
+                                                            std::function<void()> call) = 0;
+
     /// Calls `call` on the main thread after each `interval` until the handle has gone, to the millisecond and
     /// without drift. A call that could not be made in its time (the computer sleeps, the main thread is held up) is
     /// left out, never made up for. The handle may be destroyed inside the call.

@@ -18,7 +18,7 @@ void MidnightCall::reckon()
 {
     const QDateTime now = m_clock.now();
     const QDateTime midnight = now.date().addDays(1).startOfDay(now.timeZone());
-    m_next = m_clock.after(std::chrono::milliseconds(now.msecsTo(midnight)), [this] {
+    m_next = m_clock.at(midnight, [this] {
         reckon();
         m_call();
     });

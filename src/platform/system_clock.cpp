@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/system_clock.h"
 
+#include "platform/wall_clock_call.h"
+
 #include <QTimer>
 
 #include <limits>
@@ -45,6 +47,11 @@ QDateTime SystemClock::now() const
 std::unique_ptr<ScheduledCall> SystemClock::after(std::chrono::milliseconds delay, std::function<void()> call)
 {
     return std::make_unique<TimerCall>(delay, false, std::move(call));
+}
+
+std::unique_ptr<ScheduledCall> SystemClock::at(const QDateTime &moment, std::function<void()> call)
+{
+    return std::make_unique<WallClockCall>(moment, std::move(call));
 }
 
 std::unique_ptr<ScheduledCall> SystemClock::every(std::chrono::milliseconds interval,

@@ -256,14 +256,6 @@ void FocusPanelView::mousePressEvent(QMouseEvent *)
     setFocus(Qt::MouseFocusReason); // A click beside a field ends its editing; one on a button does not.
 }
 
-void FocusPanelView::showEvent(QShowEvent *event)
-{
-    QWidget::showEvent(event);
-    // A timer does not count the time that the machine sleeps, so midnight may have passed unnoticed.
-    updateCompletedToday();
-    m_midnightCall.reckon();
-}
-
 void FocusPanelView::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);

@@ -157,6 +157,55 @@ private Q_SLOTS:
         QTRY_COMPARE(calls, 3);
     }
 
+    void aCallAtAMomentIsMadeOnceAndNotBefore()
+    {
+        const Subject subject = makeSubject();
+        const QDateTime moment = subject.clock->now().addMSecs(50);
+        int calls = 0;
+        QDateTime made;
+        const auto handle = subject.clock->at(moment, [&] {
+            ++calls;
+            made = subject.clock->now();
+        });
+        QCOMPARE(calls, 0);
+        subject.pass(50ms);
+        QTRY_COMPARE(calls, 1);
+        QVERIFY(made >= moment);
+        subject.pass(100ms);
+        QCOMPARE(calls, 1);
+    }
+
+    void aMomentThatHasPassedIsNow()
+    {
+        const Subject subject = makeSubject();
+        int calls = 0;
+        const auto handle = subject.clock->at(subject.clock->now().addDays(-1), [&] { ++calls; });
+        QCOMPARE(calls, 0);
+        subject.pass(1ms);
+        QTRY_COMPARE(calls, 1);
+    }
+
+    void aCallAtAMomentIsTakenBackOrTakesItselfBack()
+    {
+        const Subject subject = makeSubject();
+        int calls = 0;
+        auto takenBack = subject.clock->at(subject.clock->now().addMSecs(10), [&] { ++calls; });
+        std::unique_ptr<ScheduledCall> itself;
+        auto token = std::make_shared<int>(0);
+        const std::weak_ptr<int> observer = token;
+        bool isDone = false;
+        itself = subject.clock->at(subject.clock->now().addMSecs(20),
+                                   [&itself, &isDone, token = std::move(token)] {
+                                       itself.reset();
+                                       isDone = ++*token == 1;
+                                   });
+        takenBack.reset();
+        subject.pass(20ms);
+        QTRY_VERIFY(isDone);
+        QVERIFY(observer.expired());
+        QCOMPARE(calls, 0);
+    }
+
     void aRepeatedCallIsMadeAfterEachIntervalAndNotBefore()
     {
         const Subject subject = makeSubject();

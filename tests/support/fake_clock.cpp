@@ -31,6 +31,12 @@ std::unique_ptr<ScheduledCall> FakeClock::after(std::chrono::milliseconds delay,
     return schedule({m_passed + delay, {}, std::move(call)});
 }
 
+std::unique_ptr<ScheduledCall> FakeClock::at(const QDateTime &moment, std::function<void()> call)
+{
+    const std::chrono::milliseconds wait(std::max<qint64>(0, m_now.msecsTo(moment)));
+    return schedule({m_passed + wait, {}, std::move(call), true});
+}
+
 std::unique_ptr<ScheduledCall> FakeClock::every(std::chrono::milliseconds interval,
                                                 std::function<void()> call)
 {
@@ -42,6 +48,18 @@ std::unique_ptr<ScheduledCall> FakeClock::schedule(Call call)
     auto scheduled = std::make_shared<Call>(std::move(call));
     m_calls.push_back(scheduled);
     return std::make_unique<Handle>(std::move(scheduled));
+}
+
+void FakeClock::setNow(const QDateTime &now)
+{
+    m_now = now;
+    const auto calls = m_calls;
+    for (const auto &candidate : calls) {
+        const auto call = candidate.lock();
+        if (call && call->isForMoment &&
+            std::erase_if(m_calls, [&call](const auto &each) { return each.lock() == call; }) > 0)
+            call->function();
+    }
 }
 
 void FakeClock::advance(std::chrono::milliseconds time)

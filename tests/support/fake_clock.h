@@ -17,11 +17,13 @@ public:
     [[nodiscard]] QDateTime now() const override { return m_now; }
     [[nodiscard]] std::unique_ptr<ScheduledCall> after(std::chrono::milliseconds delay,
                                                        std::function<void()> call) override;
+    [[nodiscard]] std::unique_ptr<ScheduledCall> at(const QDateTime &moment,
+                                                    std::function<void()> call) override;
     [[nodiscard]] std::unique_ptr<ScheduledCall> every(std::chrono::milliseconds interval,
                                                        std::function<void()> call) override;
 
-    /// Sets the clock without any time passing, as a user does: no call comes due by it.
-    void setNow(const QDateTime &now) { m_now = now; }
+    /// Sets the clock without any time passing, as a user does: of the calls, those that wait for a moment are made.
+    void setNow(const QDateTime &now);
 
     /// Lets time pass and makes every call that comes due in it, those scheduled meanwhile included: in the
     /// order of their times, and of their scheduling where these are equal. During a call now() is the call's
@@ -37,6 +39,7 @@ private:
         std::chrono::milliseconds due;
         std::chrono::milliseconds interval; ///< Zero if it is made once.
         std::function<void()> function;
+        bool isForMoment = false;
     };
 
     std::unique_ptr<ScheduledCall> schedule(Call call);

@@ -65,7 +65,7 @@ private Q_SLOTS:
         QCOMPARE(clock.pendingCalls(), 0);
     }
 
-    void settingTheClockMakesNoCallAndMovesNone()
+    void settingTheClockMakesNoCallAfterATimeAndMovesNone()
     {
         FakeClock clock;
         int calls = 0;
@@ -77,6 +77,21 @@ private Q_SLOTS:
         clock.advance(1min);
         QCOMPARE(calls, 1);
         QCOMPARE(clock.now(), tomorrow.addSecs(60));
+    }
+
+    void settingTheClockMakesTheCallsAtAMoment()
+    {
+        FakeClock clock;
+        int calls = 0;
+        std::unique_ptr<ScheduledCall> second;
+        const auto first = clock.at(clock.now().addSecs(60), [&] {
+            ++calls;
+            second.reset();
+        });
+        second = clock.at(clock.now().addSecs(120), [&] { ++calls; });
+        clock.setNow(clock.now().addSecs(-3600));
+        QCOMPARE(calls, 1);
+        QCOMPARE(clock.pendingCalls(), 0);
     }
 
     void pendingCallsAreThoseNeitherMadeNorTakenBack()
