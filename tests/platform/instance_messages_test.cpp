@@ -136,6 +136,55 @@ private Q_SLOTS:
         QCOMPARE(first.nextLine(), "show");
     }
 
+    void aFirstThatIsBusyCarriesARequestOutOnce_data() { aFirstThatNeverAnswersIsGivenUp_data(); }
+
+    void aFirstThatIsBusyCarriesARequestOutOnce()
+    {
+        QFETCH(bool, hasBus);
+        QVERIFY(!hasBus || startBus());
+        ProgramUnderTest first = startListening();
+        QVERIFY(!hasBus || waitForName());
+        ProgramUnderTest second = start();
+        QCOMPARE(second.tell("claim"), "taken");
+        first.signal(SIGSTOP);
+        second.say("toggle-panel");
+        QTest::qWait(2600); // UNAVOIDABLE: being busy for so long is the case
+        first.signal(SIGCONT);
+        QCOMPARE(second.nextLine(), "answered");
+        QCOMPARE(first.nextLine(), "toggle-panel");
+        // What comes later, over the one way and the other, comes behind everything that was sent meanwhile.
+        if (hasBus) {
+            QCOMPARE(start().tell("hide-panel"), "answered");
+            QCOMPARE(first.nextLine(), "hide-panel");
+        }
+        useBus(QStringLiteral("disabled:"));
+        QCOMPARE(start().tell("new-todo"), "answered");
+        QCOMPARE(first.nextLine(), "new-todo");
+    }
+
+    void aFirstThatEndsWhileItIsBusyLeavesTheClaimToWhoAsked_data()
+    {
+        aFirstThatNeverAnswersIsGivenUp_data();
+    }
+
+    void aFirstThatEndsWhileItIsBusyLeavesTheClaimToWhoAsked()
+    {
+        QFETCH(bool, hasBus);
+        QVERIFY(!hasBus || startBus());
+        ProgramUnderTest first = startListening();
+        QVERIFY(!hasBus || waitForName());
+        first.signal(SIGSTOP);
+        ProgramUnderTest second = start(folder(), 20000);
+        QCOMPARE(second.tell("claim"), "taken");
+        QElapsedTimer timer;
+        timer.start();
+        second.say("toggle-panel");
+        first.signal(SIGKILL);
+        QCOMPARE(second.nextLine(), "not answered");
+        QVERIFY2(timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
+        QCOMPARE(second.tell("claim"), "first");
+    }
+
     void aFirstThatNeverAnswersIsGivenUp_data()
     {
         QTest::addColumn<bool>("hasBus");

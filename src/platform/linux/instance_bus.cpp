@@ -11,6 +11,7 @@
 #include <QDBusPendingReply>
 #include <QDeadlineTimer>
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -71,6 +72,22 @@ QDBusMessage requestNameMessage()
     return message;
 }
 
+InstanceReply replyFrom(const QDBusMessage &message)
+{
+    using Outcome = InstanceReply::Outcome;
+    if (message.type() == QDBusMessage::ReplyMessage)
+        return {Outcome::Answered, message.arguments().value(0).toString()};
+    switch (QDBusError(message).type()) {
+    case QDBusError::NoReply:
+    case QDBusError::Timeout:
+    case QDBusError::TimedOut:
+    case QDBusError::Disconnected: // The bus has gone, with or without having passed it on.
+        return {Outcome::Unanswered, {}};
+    default:
+        return {}; // Nobody has the name, or who has it refused.
+    }
+}
+
 } // namespace
 
 /// What no desktop asks for, but a start of ours.
@@ -102,8 +119,9 @@ InstanceBus::InstanceBus(QString instance)
 {
 }
 
-std::optional<QString> InstanceBus::ask(Request request, std::chrono::milliseconds patience)
+InstanceReply InstanceBus::ask(Request request, std::chrono::milliseconds patience)
 {
+    constexpr std::chrono::milliseconds connecting(1000);
     const QDeadlineTimer deadline(patience);
     if (!m_connection) {
         if (!m_connecting.valid()) {
@@ -112,17 +130,16 @@ std::optional<QString> InstanceBus::ask(Request request, std::chrono::millisecon
             m_bus.connect(busPatience,
                           [promise](const QDBusConnection &connection) { promise->set_value(connection); });
         }
-        if (m_connecting.wait_for(patience) != std::future_status::ready)
-            return std::nullopt;
+        if (m_connecting.wait_for(std::min(patience, connecting)) != std::future_status::ready)
+            return {};
         m_connection = m_connecting.get();
     }
+    if (!m_connection->isConnected())
+        return {};
     QDBusMessage message = messageFor(request, askingPlatformData(m_instance));
     message.setAutoStartService(false); // Only a program that runs already is asked.
     const auto remaining = static_cast<int>(deadline.remainingTime());
-    const QDBusMessage reply = m_connection->call(message, QDBus::Block, remaining);
-    if (reply.type() != QDBusMessage::ReplyMessage)
-        return std::nullopt;
-    return reply.arguments().value(0).toString();
+    return replyFrom(m_connection->call(message, QDBus::Block, remaining));
 }
 
 void InstanceBus::listen(std::function<QString(Request request)> answer)

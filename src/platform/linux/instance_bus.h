@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/launch_options.h"
+#include "platform/linux/instance_reply.h"
 #include "platform/linux/session_bus.h"
 
 #include <QDBusConnection>
@@ -29,9 +30,9 @@ public:
     /// `instance` goes with each request of ours; a running program that was given another one refuses it.
     explicit InstanceBus(QString instance);
 
-    /// Asks the running program, handing on the activation token that this start was given, and returns its answer;
-    /// nothing without one within `patience`. Blocks no longer than that.
-    [[nodiscard]] std::optional<QString> ask(Request request, std::chrono::milliseconds patience);
+    /// Asks the running program, handing on the activation token that this start was given. Blocks for no longer than
+    /// `patience`, and for a second at most while the bus itself is silent.
+    [[nodiscard]] InstanceReply ask(Request request, std::chrono::milliseconds patience);
 
     /// Calls `answer` on the main thread for each request, until this object goes. Returns at once and never waits
     /// on the bus. If there is no bus, or another program holds the name, nothing comes.

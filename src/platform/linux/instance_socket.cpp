@@ -51,28 +51,29 @@ InstanceSocket::InstanceSocket(const QString &instance)
     m_server.setSocketOptions(QLocalServer::UserAccessOption);
 }
 
-std::optional<QString> InstanceSocket::ask(Request request, std::chrono::milliseconds patience) const
+InstanceReply InstanceSocket::ask(Request request, std::chrono::milliseconds patience) const
 {
+    using Outcome = InstanceReply::Outcome;
     if (m_path.isEmpty())
-        return std::nullopt;
+        return {};
     const QDeadlineTimer deadline(patience);
     const auto remaining = [&deadline] { return static_cast<int>(deadline.remainingTime()); };
     QLocalSocket socket;
     socket.setReadBufferSize(longestAnswer);
     socket.connectToServer(m_path);
     if (!socket.waitForConnected(remaining()))
-        return std::nullopt;
+        return {};
     socket.write(wordFor(request).toUtf8() + '\n');
     while (!socket.canReadLine()) {
         if (!socket.waitForReadyRead(remaining()))
-            return std::nullopt;
+            return {Outcome::Unanswered, {}};
     }
     if (socket.readLine() != acknowledgement)
-        return std::nullopt;
+        return {Outcome::Unanswered, {}};
     // The whole answer is there when the other side hangs up.
     if (socket.state() != QLocalSocket::UnconnectedState && !socket.waitForDisconnected(remaining()))
-        return std::nullopt;
-    return QString::fromUtf8(socket.readAll());
+        return {Outcome::Unanswered, {}};
+    return {Outcome::Answered, QString::fromUtf8(socket.readAll())};
 }
 
 void InstanceSocket::listen(std::function<QString(Request request)> answer)

@@ -2,13 +2,13 @@
 #pragma once
 
 #include "app/launch_options.h"
+#include "platform/linux/instance_reply.h"
 
 #include <QLocalServer>
 #include <QString>
 
 #include <chrono>
 #include <functional>
-#include <optional>
 
 namespace wrenfold {
 
@@ -20,9 +20,8 @@ public:
     /// `instance` is part of the socket's file name: only programs given the same one meet.
     explicit InstanceSocket(const QString &instance);
 
-    /// Asks the running program and returns its answer; nothing without one within `patience`. Blocks no longer than
-    /// that.
-    [[nodiscard]] std::optional<QString> ask(Request request, std::chrono::milliseconds patience) const;
+    /// Asks the running program. Blocks for no longer than `patience`.
+    [[nodiscard]] InstanceReply ask(Request request, std::chrono::milliseconds patience) const;
 
     /// Calls `answer` on the main thread for each request, until this object goes. What a killed run has left at
     /// the socket's place is removed, so call it only while holding the instance lock. On failure there is a

@@ -6,7 +6,6 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <algorithm>
 #include <thread>
 #include <utility>
 
@@ -38,22 +37,24 @@ SingleInstance::Claim LinuxSingleInstance::claim()
 
 std::optional<QString> LinuxSingleInstance::ask(Request request)
 {
-    constexpr std::chrono::milliseconds oneAsk = 1s;
+    using Outcome = InstanceReply::Outcome;
     constexpr auto pause = 100ms;
 
     const QString instance = instanceName(m_folder);
     const InstanceSocket socket(instance);
     InstanceBus bus(instance);
     const QDeadlineTimer deadline(m_patience);
-    const auto patience = [&] {
-        return std::min(oneAsk, std::chrono::milliseconds(deadline.remainingTime()));
-    };
+    const auto remaining = [&] { return std::chrono::milliseconds(deadline.remainingTime()); };
+    InstanceReply reply;
     while (!deadline.hasExpired()) {
-        // The bus first, because it takes the activation token along.
-        if (const std::optional<QString> answer = bus.ask(request, patience()))
-            return answer;
-        if (const std::optional<QString> answer = socket.ask(request, patience()))
-            return answer;
+        // The bus first, because it takes the activation token along. A program that is busy finds every message that
+        // was sent meanwhile, so one that may have arrived is the last.
+        if (reply.outcome == Outcome::Undelivered)
+            reply = bus.ask(request, remaining());
+        if (reply.outcome == Outcome::Undelivered)
+            reply = socket.ask(request, remaining());
+        if (reply.outcome == Outcome::Answered)
+            return reply.text;
         if (m_lock.take() == Claim::First)
             break;                          // Nobody is left to ask.
         std::this_thread::sleep_for(pause); // UNAVOIDABLE: what has not begun to listen cannot be waited for
