@@ -34,6 +34,9 @@ private Q_SLOTS:
         QCOMPARE(second.tell("claim"), "taken");
         QCOMPARE(second.tell("show"), "answered");
         QCOMPARE(first.nextLine(), "show token-1");
+        m_environment.remove(QStringLiteral("XDG_ACTIVATION_TOKEN"));
+        QCOMPARE(start().tell("show"), "answered");
+        QCOMPARE(first.nextLine(), "show");
     }
 
     void theRunningOneAnswersOverTheSocketWhenThereIsNoBus()

@@ -26,7 +26,6 @@ const auto ownInterface = applicationID();
 // Keys of the platform data. The first is ours: desktops do not send it.
 const auto instanceKey = QStringLiteral("dev.tolvane.Wrenfold.instance");
 const auto activationTokenKey = QStringLiteral("activation-token");
-const auto startupIdKey = QStringLiteral("desktop-startup-id");
 
 /// How long a bus that hangs is waited for.
 constexpr std::chrono::seconds busPatience(20);
@@ -34,12 +33,8 @@ constexpr std::chrono::seconds busPatience(20);
 QVariantMap askingPlatformData(const QString &instance)
 {
     QVariantMap data{{instanceKey, instance}};
-    const auto handOn = [&data](const QString &key, const char *variable) {
-        if (const QString value = qEnvironmentVariable(variable); !value.isEmpty())
-            data.insert(key, value);
-    };
-    handOn(activationTokenKey, "XDG_ACTIVATION_TOKEN");
-    handOn(startupIdKey, "DESKTOP_STARTUP_ID");
+    if (const QString token = qEnvironmentVariable("XDG_ACTIVATION_TOKEN"); !token.isEmpty())
+        data.insert(activationTokenKey, token);
     return data;
 }
 
@@ -184,7 +179,9 @@ QString InstanceBus::answerTo(Request request, const QVariantMap &platformData)
     // Where Qt looks for the token when a window asks to be activated.
     if (const QString token = platformData.value(activationTokenKey).toString(); !token.isEmpty())
         qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
-    return m_answer(request);
+    const QString text = m_answer(request);
+    qunsetenv("XDG_ACTIVATION_TOKEN"); // Good for one activation, and no business of child processes.
+    return text;
 }
 
 void InstanceBus::Activate(const QVariantMap &platformData)
