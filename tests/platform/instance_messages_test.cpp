@@ -46,6 +46,21 @@ private Q_SLOTS:
         QCOMPARE(first.nextLine(), "show");
     }
 
+    void aRequestOverTheSocketBringsTheRunningOneBackToABusThatWasRestarted()
+    {
+        QVERIFY(startBus());
+        ProgramUnderTest first = startListening();
+        QVERIFY(waitForName());
+        m_bus->stop();
+        QCOMPARE(m_bus->start(), QString());
+        QDBusConnection::disconnectFromBus(m_observer->name());
+        m_observer = QDBusConnection::connectToBus(m_bus->address(), m_observer->name());
+        QVERIFY(!isNameTaken());
+        QTRY_VERIFY(start().tell("show") == "answered" && isNameTaken());
+        QVERIFY(QDir(runtimeFolder()).removeRecursively());
+        QCOMPARE(start().tell("new-todo"), "answered");
+    }
+
     void theRunningOneAnswersOverTheSocketWhenTheBusDaemonHangs()
     {
         QVERIFY(startBus());

@@ -141,6 +141,19 @@ void InstanceBus::listen(std::function<QString(Request request)> answer)
 {
     m_answer = std::move(answer);
     new InstanceReport(*this); // Goes with this object.
+    connectAndServe();
+}
+
+void InstanceBus::listenAgain()
+{
+    if (!m_connection || m_connection->isConnected())
+        return; // It is being made, or well.
+    m_connection.reset();
+    connectAndServe();
+}
+
+void InstanceBus::connectAndServe()
+{
     m_bus.connect(busPatience, [this](const QDBusConnection &connection) {
         QMetaObject::invokeMethod(
             this, [this, connection] { serve(connection); }, Qt::QueuedConnection);

@@ -38,6 +38,10 @@ public:
     /// on the bus. If there is no bus, or another program holds the name, nothing comes.
     void listen(std::function<QString(Request request)> answer);
 
+    /// Listens anew if there was no bus or it has gone meanwhile; for when a request came by another way. Returns at
+    /// once.
+    void listenAgain();
+
 public Q_SLOTS:
     // Named by the interface they serve.
     Q_SCRIPTABLE void Activate(const QVariantMap &platformData);
@@ -50,6 +54,7 @@ private:
 
     /// The answer to a request that came over the bus; none, and an error sent back, where it was meant for another.
     [[nodiscard]] QString answerTo(Request request, const QVariantMap &platformData);
+    void connectAndServe();
     void serve(const QDBusConnection &connection);
 
     const QString m_instance;

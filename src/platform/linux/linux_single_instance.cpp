@@ -68,7 +68,10 @@ void LinuxSingleInstance::listen(std::function<QString(Request request)> answer)
         return;
     const QString instance = instanceName(m_folder);
     m_socket.emplace(instance);
-    m_socket->listen(answer);
+    m_socket->listen([this, answer](Request request) {
+        m_bus->listenAgain(); // Who came by the socket may not have found us on the bus.
+        return answer(request);
+    });
     m_bus.emplace(instance);
     m_bus->listen(std::move(answer));
 }
