@@ -3,6 +3,7 @@
 
 #include "ai/ai_answer.h"
 #include "ai/openrouter_task_sorter.h"
+#include "app/print.h"
 #include "model/saved_state.h"
 #include "model/task_ordering.h"
 
@@ -12,18 +13,9 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include <cstdio>
-
 namespace wrenfold {
 
 namespace {
-
-/// Whether all of it was written.
-bool print(std::FILE *stream, const QByteArray &text)
-{
-    const std::size_t written = std::fwrite(text.constData(), 1, std::size_t(text.size()), stream);
-    return std::fflush(stream) == 0 && written == std::size_t(text.size());
-}
 
 /// Checks that ordering drops neither completed tasks nor subtasks.
 int runDebugPreserveCompleted()

@@ -6,6 +6,7 @@
 #include "app/debug_log.h"
 #include "app/launch_options.h"
 #include "app/marketing_demo.h"
+#include "app/print.h"
 #include "platform/platform.h"
 #include "platform/termination_signals.h"
 #include "shell/app_delegate.h"
@@ -14,8 +15,6 @@
 
 #include <QApplication>
 #include <QTimer>
-
-#include <cstdio>
 
 namespace wrenfold {
 
@@ -29,10 +28,10 @@ QStringList argumentList(int argc, char **argv)
     return arguments;
 }
 
-int print(const QString &text)
+/// The exit status of a run that is to print this and nothing else.
+int printed(const QString &text)
 {
-    std::fputs(text.toUtf8().constData(), stdout);
-    return 0;
+    return print(stdout, text.toUtf8()) ? 0 : 1;
 }
 
 /// The exit status of a start that found the program running already and had it do what was asked for; none of the
@@ -42,10 +41,10 @@ std::optional<int> handOver(SingleInstance &instance, Request request)
     if (instance.claim() != SingleInstance::Claim::Taken)
         return std::nullopt;
     if (const std::optional<QString> answer = instance.ask(request))
-        return print(*answer);
+        return printed(*answer);
     if (instance.claim() != SingleInstance::Claim::Taken)
         return std::nullopt; // It has ended meanwhile.
-    std::fputs("wrenfold: it runs already, but does not answer\n", stderr);
+    print(stderr, "wrenfold: it runs already, but does not answer\n");
     return 1;
 }
 
@@ -74,7 +73,7 @@ int printDesktopReport(Platform &platform)
     constexpr std::chrono::milliseconds answersTime(1500);
     QTimer::singleShot(answersTime, [] { QApplication::exit(); });
     QApplication::exec();
-    return print(desktopReport(platform));
+    return printed(desktopReport(platform));
 }
 
 AppDelegate::StoreMaking storeMaking(const LaunchOptions &options)
@@ -134,9 +133,9 @@ int WrenfoldMain::main(int argc, char **argv)
     if (const std::optional<int> status = runDebugCommandIfNeeded(options))
         return *status;
     if (options.mode == LaunchOptions::Mode::Help)
-        return print(LaunchOptions::help());
+        return printed(LaunchOptions::help());
     if (options.mode == LaunchOptions::Mode::Version)
-        return print(QStringLiteral("wrenfold " WRENFOLD_VERSION "\n"));
+        return printed(QStringLiteral("wrenfold " WRENFOLD_VERSION "\n"));
     const int status = runApplication(argc, argv, arguments, options);
     endProcessIfHeldUp(status);
     return status;

@@ -46,6 +46,11 @@ QStringList everythingBelow(const QString &folder)
     return paths;
 }
 
+QString program()
+{
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/../wrenfold");
+}
+
 /// Runs the program without display, without bus, with an empty home and nothing else in its environment.
 Run run(const QStringList &arguments, const QProcessEnvironment &more = {})
 {
@@ -57,7 +62,7 @@ Run run(const QStringList &arguments, const QProcessEnvironment &more = {})
 
     QProcess process;
     process.setProcessEnvironment(environment);
-    process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/../wrenfold"), arguments);
+    process.start(program(), arguments);
     Run run;
     if (process.waitForFinished() && process.exitStatus() == QProcess::NormalExit)
         run.status = process.exitCode();
@@ -184,6 +189,23 @@ private Q_SLOTS:
         QCOMPARE(run.errors, QByteArray());
         QCOMPARE(run.status, 0);
         QCOMPARE(run.filesBelowHome, QStringList());
+    }
+
+    void whatCannotBePrintedIsAFailure_data()
+    {
+        QTest::addColumn<QString>("option");
+        for (const char *option : {"--debug-preserve-completed", "--help", "--version"})
+            QTest::newRow(option) << QString::fromLatin1(option);
+    }
+
+    void whatCannotBePrintedIsAFailure()
+    {
+        QFETCH(QString, option);
+        QProcess process;
+        process.setStandardOutputFile(QStringLiteral("/dev/full"));
+        process.start(program(), {option});
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitCode(), 1);
     }
 
     void versionNamesTheProgramAndANumber()
