@@ -11,6 +11,7 @@
 #include "platform/termination_signals.h"
 #include "shell/app_delegate.h"
 #include "shell/desktop_report.h"
+#include "shell/hot_keys.h"
 #include "shell/tray_icon.h"
 
 #include <QApplication>
@@ -57,6 +58,16 @@ StatusIcon invisibleIcon()
             }};
 }
 
+/// Keys that other programs hold are known by trying them. Only for this moment: a start meanwhile needs them.
+QString reportWithHotKeys(Platform &platform)
+{
+    std::vector<std::unique_ptr<GlobalHotKey>> hotKeys;
+    if (!platform.globalShortcuts->asksUser())
+        hotKeys = registerHotKeys(*platform.globalShortcuts,
+                                  {.togglePanel = [] {}, .hidePanel = [] {}, .newTodo = [] {}});
+    return desktopReport(platform);
+}
+
 /// The report of a desktop on which the program does not run.
 int printDesktopReport(Platform &platform)
 {
@@ -73,7 +84,7 @@ int printDesktopReport(Platform &platform)
     constexpr std::chrono::milliseconds answersTime(1500);
     QTimer::singleShot(answersTime, [] { QApplication::exit(); });
     QApplication::exec();
-    return printed(desktopReport(platform));
+    return printed(reportWithHotKeys(platform));
 }
 
 AppDelegate::StoreMaking storeMaking(const LaunchOptions &options)

@@ -65,6 +65,9 @@ public:
     /// refused. The reason says what to do instead.
     [[nodiscard]] virtual Availability availability() const = 0;
 
+    /// Whether registering a shortcut may bring up a question to the user.
+    [[nodiscard]] virtual bool asksUser() const = 0;
+
     /// There is one handler; it stays.
     virtual void installEventHandler(const EventHandler &handler) = 0;
     [[nodiscard]] virtual bool hasEventHandler() const = 0;

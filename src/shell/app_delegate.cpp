@@ -48,7 +48,7 @@ void AppDelegate::applicationDidFinishLaunching(Request request)
     makeMenu();
     m_notifier.requestPermissionIfNeeded();
     m_platform.notificationCenter->onClick([this] { showPanel(); });
-    registerHotKeys();
+    makeHotKeys();
     makeStatusItem();
     qCInfo(DebugLog::ui) << "status bar ready";
     makeFocusGuard();
@@ -84,17 +84,13 @@ void AppDelegate::makeMenu()
     });
 }
 
-void AppDelegate::registerHotKeys()
+void AppDelegate::makeHotKeys()
 {
-    const auto add = [this](int keyCode, const QString &description, std::function<void()> action) {
-        constexpr int modifiers = HotKeyModifier::control | HotKeyModifier::option | HotKeyModifier::command;
-        if (std::unique_ptr<GlobalHotKey> hotKey = GlobalHotKey::create(
-                *m_platform.globalShortcuts, keyCode, modifiers, description, std::move(action)))
-            m_hotKeys.push_back(std::move(hotKey));
-    };
-    add(VirtualKey::P, QStringLiteral("パネルの表示を切り替える"), [this] { togglePanel(); });
-    add(VirtualKey::H, QStringLiteral("パネルを隠す"), [this] { hidePanel(); });
-    add(VirtualKey::T, QStringLiteral("新規TODOを追加"), [this] { newTodo(); });
+    m_hotKeys = registerHotKeys(*m_platform.globalShortcuts, {
+                                                                 .togglePanel = [this] { togglePanel(); },
+                                                                 .hidePanel = [this] { hidePanel(); },
+                                                                 .newTodo = [this] { newTodo(); },
+                                                             });
 }
 
 void AppDelegate::makeStatusItem()

@@ -8,7 +8,7 @@
 #include "notify/app_notifier.h"
 #include "platform/platform.h"
 #include "shell/app_menu.h"
-#include "shell/global_hot_key.h"
+#include "shell/hot_keys.h"
 #include "shell/panel_controller.h"
 #include "shell/reorder_key_controller.h"
 #include "shell/status_bar_controller.h"
@@ -37,7 +37,7 @@ public:
 
 private:
     void makeMenu();
-    void registerHotKeys();
+    void makeHotKeys();
     void makeStatusItem();
     void makeFocusGuard();
     [[nodiscard]] PanelController &panelController();

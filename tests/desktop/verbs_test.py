@@ -1,7 +1,12 @@
 """Keys of the desktop may call the program with a verb: it reaches the running one, with a bus and without; with nothing
 running two of them start it. The report is printed without a window."""
 
-from session import Session, expect, program_to_test
+import pathlib
+import sys
+
+from session import Session, end, expect, program_to_test
+
+KEY_HOLDER = pathlib.Path(__file__).with_name("key_holder.py")
 
 ABILITIES = ["status item", "label", "hot keys", "on top", "all workspaces", "guard", "reorder key", "notifications"]
 LEVELS = ("works", "limited.", "not available.")
@@ -76,11 +81,25 @@ def the_report_needs_no_running_program(session, path, has_bus):
     expect(session.document() is None, "the report has saved a document")
 
 
+def the_report_tells_of_keys_that_others_hold(session, path):
+    holders = []
+    for letter, level in (("h", "limited."), ("p", "limited."), ("t", "not available.")):
+        holder = session.start(sys.executable, str(KEY_HOLDER), letter)
+        session.wait_for(lambda: session.log_lines(holder) == ["held"], f"the program that holds {letter}")
+        holders.append(holder)
+        line = expect_report(session, path)[ABILITIES.index("hot keys")]
+        expect(line.startswith(f"hot keys: {level}") and f"Ctrl+Alt+Super+{letter.upper()}" in line, f"the report says {line}")
+    for holder in holders:
+        end(holder)
+    expect("hot keys: works" in expect_report(session, path), "the report has kept the keys")
+
+
 def main():
     path = program_to_test()
     for name, has_bus in (("verbs", True), ("verbs_without_bus", False)):
         with Session(name, bus=has_bus) as session:
             the_report_needs_no_running_program(session, path, has_bus)
+            the_report_tells_of_keys_that_others_hold(session, path)
             verbs_reach_the_running_program(session, path)
             with_nothing_running_two_verbs_start_it(session, path)
 

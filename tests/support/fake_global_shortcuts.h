@@ -19,6 +19,7 @@ public:
             return {};
         return {Availability::Level::Limited, QStringLiteral("Another program holds a key.")};
     }
+    [[nodiscard]] bool asksUser() const override { return false; }
     void installEventHandler(const EventHandler &handler) override
     {
         ++m_installations;

@@ -29,6 +29,7 @@ public:
     explicit PortalGlobalShortcuts(std::chrono::milliseconds patience = std::chrono::seconds(30));
 
     [[nodiscard]] Availability availability() const override;
+    [[nodiscard]] bool asksUser() const override { return true; }
     void installEventHandler(const EventHandler &handler) override { m_handler = handler; }
     [[nodiscard]] bool hasEventHandler() const override { return static_cast<bool>(m_handler.pressed); }
     [[nodiscard]] bool registerShortcut(const GlobalShortcut &shortcut) override;

@@ -26,6 +26,7 @@ public:
     ~X11GlobalShortcuts() override;
 
     [[nodiscard]] Availability availability() const override;
+    [[nodiscard]] bool asksUser() const override { return false; }
     void installEventHandler(const EventHandler &handler) override { m_handler = handler; }
     [[nodiscard]] bool hasEventHandler() const override { return static_cast<bool>(m_handler.pressed); }
     [[nodiscard]] bool registerShortcut(const GlobalShortcut &shortcut) override;

@@ -14,6 +14,7 @@ public:
         return {Availability::Level::NotAvailable,
                 QStringLiteral("This desktop gives programs no global keys: ") + globalShortcutsRemedy()};
     }
+    [[nodiscard]] bool asksUser() const override { return false; }
     void installEventHandler(const EventHandler & /*handler*/) override { m_hasEventHandler = true; }
     [[nodiscard]] bool hasEventHandler() const override { return m_hasEventHandler; }
     [[nodiscard]] bool registerShortcut(const GlobalShortcut & /*shortcut*/) override { return false; }
