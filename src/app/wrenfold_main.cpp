@@ -7,6 +7,7 @@
 #include "app/launch_options.h"
 #include "app/marketing_demo.h"
 #include "app/print.h"
+#include "platform/none/no_global_shortcuts.h"
 #include "platform/platform.h"
 #include "platform/termination_signals.h"
 #include "shell/app_delegate.h"
@@ -106,9 +107,11 @@ int runApplication(int argc, char **argv, const QStringList &arguments, const La
     QApplication::setQuitOnLastWindowClosed(false);
 
     Platform platform = makePlatform([] { return std::make_unique<TrayIcon>(); });
-    if (!options.isDemonstration) {
-        if (const std::optional<int> status = handOver(*platform.singleInstance, options.request))
-            return *status;
+    if (options.isDemonstration) {
+        // The keys are for the program beside it, even for one that starts later.
+        platform.globalShortcuts = std::make_unique<NoGlobalShortcuts>();
+    } else if (const std::optional<int> status = handOver(*platform.singleInstance, options.request)) {
+        return *status;
     }
     if (options.request == Request::DesktopReport)
         return printDesktopReport(platform);

@@ -36,6 +36,26 @@ def use(session, path, switch, environment):
     session.wait_end(program)
 
 
+def leave_the_keys(session, path):
+    """A program that is started beside a demonstration gets the hot keys."""
+    demonstration = session.start(path, "--marketing-demo")
+    session.wait_active(session.wait_window("Wren Fold"))
+    session.press("ctrl+alt+super+h")  # In its own window the keys work, of the menu.
+    session.wait_no_window("Wren Fold")
+    running = session.start(path)
+    session.wait_active(session.wait_window("Wren Fold"))
+    report = session.start(path, "--desktop-report")
+    session.wait_end(report)
+    expect("hot keys: works" in session.log_lines(report), f"the report is {session.log_lines(report)}")
+    session.press("ctrl+alt+super+p")
+    session.wait_no_window("Wren Fold")
+    session.press("ctrl+alt+super+p")
+    session.wait_window("Wren Fold")
+    for program in (running, demonstration):
+        program.terminate()
+        session.wait_end(program)
+
+
 def main():
     path = program_to_test()
     with Session("marketing_demo") as session:
@@ -62,6 +82,7 @@ def main():
         session.wait_window("Wren Fold")
         running.terminate()
         session.wait_end(running)
+        leave_the_keys(session, path)
 
 
 if __name__ == "__main__":
