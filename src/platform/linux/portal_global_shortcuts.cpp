@@ -111,10 +111,13 @@ void PortalGlobalShortcuts::call(const QDBusMessage &message,
 {
     auto *watcher = new QDBusPendingCallWatcher(
         m_connection->asyncCall(message, static_cast<int>(m_patience.count())), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [watcher, replied = std::move(replied)] {
-        watcher->deleteLater();
-        replied(watcher->reply());
-    });
+    connect(watcher, &QDBusPendingCallWatcher::finished, this,
+            [this, watcher, departures = m_departures, replied = std::move(replied)] {
+                watcher->deleteLater();
+                // The bus answers in the place of a portal that has gone, after it has told of its going.
+                if (departures == m_departures)
+                    replied(watcher->reply());
+            });
 }
 
 void PortalGlobalShortcuts::introduceOurselves()
@@ -258,8 +261,9 @@ void PortalGlobalShortcuts::nameOwnerChanged(const QDBusMessage &signal)
 {
     const bool hasGone = !signal.arguments().value(1).toString().isEmpty();
     const bool hasCome = !signal.arguments().value(2).toString().isEmpty();
-    if (hasGone && !m_session.isEmpty()) {
-        m_isToBeRestored = true;
+    if (hasGone) {
+        ++m_departures;
+        m_isToBeRestored = !m_shortcuts.empty();
         loseSession();
     }
     if (hasCome && std::exchange(m_isToBeRestored, false))

@@ -18,7 +18,7 @@ namespace wrenfold {
 
 /// The global shortcuts that the desktop portal gives, on the session bus. It asks the user, so the answer comes late. The
 /// registrations of one turn of the event loop are passed on together; the portal takes no more afterwards. Our keys are
-/// a wish: the user may choose others. A portal that restarts is asked again for what it had granted.
+/// a wish: the user may choose others. A portal that restarts is asked again for what it had granted, or not answered yet.
 class PortalGlobalShortcuts final : public QObject, public GlobalShortcuts
 {
     Q_OBJECT
@@ -50,6 +50,7 @@ private:
     void introduceOurselves();
     void createSession();
     void bindShortcuts();
+    /// `replied` is called with the reply, or the error, unless the portal has gone by then.
     void call(const QDBusMessage &message, std::function<void(const QDBusMessage &reply)> replied);
     /// A call whose answer is the response that comes later; an error means no.
     void request(const QDBusMessage &message);
@@ -67,7 +68,8 @@ private:
     QSet<QString> m_withKeys; ///< The portal's ids of those that keys are assigned to.
     bool m_isPassedOn = false;
     QString m_session;                           ///< The path of the portal's session; empty without one.
-    bool m_isToBeRestored = false;               ///< The portal went with a session of ours.
+    bool m_isToBeRestored = false;               ///< The portal went with shortcuts of ours.
+    int m_departures = 0;                        ///< Of the portal.
     std::optional<QDBusConnection> m_connection; ///< Empty until it is made.
     SessionBus m_bus;                            ///< Last: its thread uses the rest.
 };
