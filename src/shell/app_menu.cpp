@@ -5,8 +5,10 @@ namespace wrenfold {
 
 AppMenu::AppMenu(const MenuActions &actions)
     : m_actions(actions)
+    , m_menu(QStringLiteral("Wren Fold"))
     , m_editMenu(QStringLiteral("編集"))
 {
+    m_menu.setAccessibleName(m_menu.title());
     constexpr auto globalKeys = Qt::CTRL | Qt::ALT | Qt::META;
     addEntry(m_menu, QStringLiteral("Wren Fold を表示"), m_actions.onShowPanel, globalKeys | Qt::Key_P);
     addEntry(m_menu, QStringLiteral("Wren Fold を隠す"), m_actions.onHidePanel, globalKeys | Qt::Key_H);

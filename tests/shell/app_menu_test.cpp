@@ -93,6 +93,16 @@ private Q_SLOTS:
         menu->close();
     }
 
+    void theMenuBearsTheProgramsName()
+    {
+        MenuOnWindow shown;
+        QMenu *menu = shown.open();
+        QVERIFY(menu);
+        QCOMPARE(menu->title(), QStringLiteral("Wren Fold"));
+        QCOMPARE(accessibleName(*menu), QStringLiteral("Wren Fold"));
+        menu->close();
+    }
+
     void theShortcutsAreTheOnesWrittenInTheMenu()
     {
         MenuOnWindow shown;
