@@ -98,9 +98,22 @@ AppDelegate::StoreMaking storeMaking(const LaunchOptions &options)
             }};
 }
 
+/// Without a display a start can still reach the running program.
+int runWithoutWindows(int argc, char **argv, const LaunchOptions &options)
+{
+    const QCoreApplication application(argc, argv);
+    if (!options.isDemonstration) {
+        if (const std::optional<int> status = handOver(*makeSingleInstance(), options.request))
+            return *status;
+        if (options.request == Request::HidePanel)
+            return 0; // There is none.
+    }
+    print(stderr, "wrenfold: there is no display for its windows\n");
+    return 1;
+}
+
 int runApplication(int argc, char **argv, const QStringList &arguments, const LaunchOptions &options)
 {
-    prepareForApplication();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("wrenfold"));
     QApplication::setDesktopFileName(applicationID());
@@ -150,7 +163,9 @@ int WrenfoldMain::main(int argc, char **argv)
         return printed(LaunchOptions::help());
     if (options.mode == LaunchOptions::Mode::Version)
         return printed(QStringLiteral("wrenfold " WRENFOLD_VERSION "\n"));
-    const int status = runApplication(argc, argv, arguments, options);
+    prepareForApplication();
+    const int status = hasWindowSystem(arguments) ? runApplication(argc, argv, arguments, options)
+                                                  : runWithoutWindows(argc, argv, options);
     endProcessIfHeldUp(status);
     return status;
 }

@@ -41,6 +41,11 @@ struct Platform
     std::unique_ptr<FrontmostApplication> frontmostApplication;
 };
 
+/// Whether there is a display that windows can be shown on: one that answers, or a window system that the user chose by
+/// one of the program's arguments or in the environment. Where there is none, the toolkit aborts the process as soon as
+/// an application object for windows is made.
+[[nodiscard]] bool hasWindowSystem(const QStringList &arguments);
+
 /// To be called before the application object is made: keeps the toolkit from what would stop it for good. A session
 /// bus that takes connections and never answers is left out; what we do over it ourselves works once it answers.
 /// Where the session offers several window systems, the one that lets the panel do most is taken.
@@ -49,6 +54,9 @@ void prepareForApplication();
 /// To be called last, when everything has been saved and destroyed. Ends the process without more ado if a part of the
 /// desktop that hangs would hold up its orderly end; returns otherwise.
 void endProcessIfHeldUp(int status);
+
+/// What a start needs to reach the running program; part of the platform, made alone where there is no window system.
+[[nodiscard]] std::unique_ptr<SingleInstance> makeSingleInstance();
 
 /// The platform of this session. Needs the application object, from which it learns the window system. `makeTrayIcon`
 /// makes the status item where there is nothing but a tray of the old kind: that takes widgets, which are unknown here.

@@ -9,11 +9,12 @@ from session import Session, end, expect, program_to_test
 KEY_HOLDER = pathlib.Path(__file__).with_name("key_holder.py")
 
 ABILITIES = ["status item", "label", "hot keys", "on top", "all workspaces", "guard", "reorder key", "notifications"]
+NO_DISPLAY = ":987"  # Nobody's.
 LEVELS = ("works", "limited.", "not available.")
 
 
-def verb(session, path, name):
-    session.wait_end(session.start(path, f"--{name}"))
+def verb(session, path, name, **environment):
+    session.wait_end(session.start(path, f"--{name}", **environment))
 
 
 def start_by(session, path, name):
@@ -61,8 +62,30 @@ def with_nothing_running_two_verbs_start_it(session, path):
     stop(session, program)
 
 
-def expect_report(session, path):
-    report = session.start(path, "--desktop-report")
+def verbs_without_a_display_reach_the_running_program(session, path):
+    program = start_by(session, path, "toggle-panel")
+    verb(session, path, "toggle-panel", DISPLAY="")
+    session.wait_no_window("Wren Fold")
+    verb(session, path, "toggle-panel", DISPLAY=NO_DISPLAY)
+    session.wait_window("Wren Fold")
+    lines = expect_report(session, path, DISPLAY="")
+    expect("hot keys: works" in lines, f"the report of the program that has a display is {lines}")
+    stop(session, program)
+
+
+def without_display_and_running_program_it_says_so(session, path):
+    verb(session, path, "hide-panel", DISPLAY="")
+    for environment in ({"DISPLAY": ""}, {"DISPLAY": NO_DISPLAY}, {"DISPLAY": "", "WAYLAND_DISPLAY": "wayland-none"}):
+        for options in ([], ["--toggle-panel"], ["--new-todo"], ["--desktop-report"], ["--marketing-demo"]):
+            program = session.start(path, *options, **environment)
+            session.wait_end(program, status=1)
+            lines = session.log_lines(program)
+            expect(len(lines) == 1 and lines[0].startswith("wrenfold: there is no display"),
+                   f"with {environment} {options} says {lines}")
+
+
+def expect_report(session, path, **environment):
+    report = session.start(path, "--desktop-report", **environment)
     session.wait_end(report)
     lines = [line for line in session.log_lines(report) if line.partition(":")[0] in ABILITIES]
     expect([line.partition(":")[0] for line in lines] == ABILITIES, f"the report is {session.log_lines(report)}")
@@ -102,6 +125,8 @@ def main():
             the_report_tells_of_keys_that_others_hold(session, path)
             verbs_reach_the_running_program(session, path)
             with_nothing_running_two_verbs_start_it(session, path)
+            verbs_without_a_display_reach_the_running_program(session, path)
+            without_display_and_running_program_it_says_so(session, path)
 
 
 if __name__ == "__main__":

@@ -25,8 +25,11 @@
 
 #include <QGuiApplication>
 
+#include <algorithm>
 #include <cstdlib>
 #include <utility>
+#include <wayland-client-core.h>
+#include <xcb/xcb.h>
 
 namespace wrenfold {
 namespace {
@@ -42,6 +45,24 @@ void preferX11()
         !qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty(windowSystemVariable);
     if (isWindowSystemOurs)
         qputenv(windowSystemVariable, "xcb;wayland");
+}
+
+bool answersX11()
+{
+    xcb_connection_t *const connection = xcb_connect(nullptr, nullptr); // Never null.
+    const bool answers = xcb_connection_has_error(connection) == 0;
+    xcb_disconnect(connection);
+    return answers;
+}
+
+bool answersWayland()
+{
+    if (qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+        return false;
+    wl_display *const display = wl_display_connect(nullptr);
+    if (display)
+        wl_display_disconnect(display);
+    return display;
 }
 
 bool runsOnX11()
@@ -100,6 +121,17 @@ std::unique_ptr<FrontmostApplication> makeFrontmostApplication(InstalledApplicat
 
 } // namespace
 
+bool hasWindowSystem(const QStringList &arguments)
+{
+    const bool isChosenByArgument =
+        std::any_of(arguments.begin(), arguments.end(), [](const QString &argument) {
+            return argument == QLatin1String("-platform") || argument == QLatin1String("--platform") ||
+                   argument == QLatin1String("-display") || argument == QLatin1String("--display");
+        });
+    const bool isChosenByVariable = !isWindowSystemOurs && !qEnvironmentVariableIsEmpty(windowSystemVariable);
+    return isChosenByArgument || isChosenByVariable || answersX11() || answersWayland();
+}
+
 void prepareForApplication()
 {
     constexpr std::chrono::milliseconds patience{500};
@@ -113,16 +145,21 @@ void endProcessIfHeldUp(int status)
         std::_Exit(status);
 }
 
+std::unique_ptr<SingleInstance> makeSingleInstance()
+{
+    return std::make_unique<LinuxSingleInstance>(FilePreferences::defaultFolder());
+}
+
 Platform makePlatform(std::function<std::unique_ptr<StatusItem>()> makeTrayIcon)
 {
     // Read when the application object was made; programs that we start choose for themselves.
     if (isWindowSystemOurs)
         qunsetenv(windowSystemVariable);
-    const QString folder = FilePreferences::defaultFolder();
     Platform platform;
     platform.clock = std::make_unique<SystemClock>();
-    platform.preferences = std::make_unique<FilePreferences>(folder, *platform.clock);
-    platform.singleInstance = std::make_unique<LinuxSingleInstance>(folder);
+    platform.preferences =
+        std::make_unique<FilePreferences>(FilePreferences::defaultFolder(), *platform.clock);
+    platform.singleInstance = makeSingleInstance();
     platform.desktopAppearance = std::make_unique<PortalAppearance>();
     platform.panelWindow = makePanelWindow();
     platform.modifierKeys = makeModifierKeys();
