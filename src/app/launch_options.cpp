@@ -51,13 +51,20 @@ LaunchOptions plain(LaunchOptions::Mode mode)
     return options;
 }
 
+/// The request whose option this is. Showing the panel has none: a start without option does that.
+std::optional<Request> requestOf(const QString &argument)
+{
+    if (!argument.startsWith(QLatin1String("--")))
+        return std::nullopt;
+    const std::optional<Request> request = requestNamed(argument.mid(2));
+    return request == Request::ShowPanel ? std::nullopt : request;
+}
+
 /// The first request that is named counts.
 Request requestIn(const QStringList &arguments)
 {
     for (const QString &argument : arguments) {
-        if (!argument.startsWith(QLatin1String("--")))
-            continue;
-        if (const std::optional<Request> request = requestNamed(argument.mid(2)))
+        if (const std::optional<Request> request = requestOf(argument))
             return *request;
     }
     return Request::ShowPanel;
@@ -111,6 +118,18 @@ LaunchOptions LaunchOptions::parse(const QStringList &arguments, const QProcessE
     if (arguments.contains(QStringLiteral("--version")) || arguments.contains(QStringLiteral("-v")))
         return plain(Mode::Version);
     return interactive(arguments, environment);
+}
+
+std::optional<QString> unknownOption(const QStringList &arguments)
+{
+    // Those that an interactive start goes by, or passes over.
+    const QStringList known = {QStringLiteral("--verbose"), QStringLiteral("--goal"),
+                               QStringLiteral("--marketing-demo"), QStringLiteral("--marketing-demo-closed")};
+    for (const QString &argument : arguments) {
+        if (argument.startsWith(QLatin1String("--")) && !known.contains(argument) && !requestOf(argument))
+            return argument;
+    }
+    return std::nullopt;
 }
 
 QString LaunchOptions::help()

@@ -15,8 +15,8 @@ enum class Request { ShowPanel, TogglePanel, HidePanel, NewTodo, DesktopReport }
 [[nodiscard]] QString wordFor(Request request);
 [[nodiscard]] std::optional<Request> requestNamed(const QString &word);
 
-/// What the command line asks for. Options are compared as whole arguments; unknown ones are left to the
-/// toolkit.
+/// What the command line asks for. Options are compared as whole arguments; unknown ones are passed over, for they may
+/// be the toolkit's.
 struct LaunchOptions
 {
     enum class Mode {
@@ -47,6 +47,10 @@ struct LaunchOptions
 
     friend bool operator==(const LaunchOptions &, const LaunchOptions &) = default;
 };
+
+/// The first of an interactive start's arguments that looks like an option, with two hyphens, and is none of ours. To be
+/// asked when the toolkit has taken out its own.
+[[nodiscard]] std::optional<QString> unknownOption(const QStringList &arguments);
 
 /// The argument behind the first one equal to `key`, whatever it looks like; empty when there is none.
 [[nodiscard]] QString debugValue(const QString &key, const QStringList &arguments);

@@ -36,6 +36,17 @@ int printed(const QString &text)
     return print(stdout, text.toUtf8()) ? 0 : 1;
 }
 
+/// The exit status of a start with a mistyped option; none of another. Asked once the application object has taken the
+/// toolkit's options out of its arguments.
+std::optional<int> refuseUnknownOption()
+{
+    const std::optional<QString> unknown = unknownOption(QCoreApplication::arguments().mid(1));
+    if (!unknown)
+        return std::nullopt;
+    print(stderr, "wrenfold: unknown option " + unknown->toLocal8Bit() + '\n');
+    return 2;
+}
+
 /// The exit status of a start that found the program running already and had it do what was asked for; none of the
 /// start that is to run.
 std::optional<int> handOver(SingleInstance &instance, Request request)
@@ -102,6 +113,8 @@ AppDelegate::StoreMaking storeMaking(const LaunchOptions &options)
 int runWithoutWindows(int argc, char **argv, const LaunchOptions &options)
 {
     const QCoreApplication application(argc, argv);
+    if (const std::optional<int> status = refuseUnknownOption())
+        return *status;
     if (!options.isDemonstration) {
         if (const std::optional<int> status = handOver(*makeSingleInstance(), options.request))
             return *status;
@@ -115,6 +128,8 @@ int runWithoutWindows(int argc, char **argv, const LaunchOptions &options)
 int runApplication(int argc, char **argv, const QStringList &arguments, const LaunchOptions &options)
 {
     QApplication application(argc, argv);
+    if (const std::optional<int> status = refuseUnknownOption())
+        return *status;
     QApplication::setApplicationName(QStringLiteral("wrenfold"));
     QApplication::setDesktopFileName(applicationID());
     QApplication::setQuitOnLastWindowClosed(false);

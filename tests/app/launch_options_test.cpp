@@ -212,6 +212,41 @@ private Q_SLOTS:
         QTEST(LaunchOptions::parse(option.split(QLatin1Char(' '))).request, "request");
     }
 
+    void showingThePanelHasNoOption()
+    {
+        QCOMPARE(parsed("--show --hide-panel").request, Request::HidePanel);
+        QCOMPARE(unknownOption({QStringLiteral("--show")}), QStringLiteral("--show"));
+    }
+
+    void anUnknownOptionIsFound_data()
+    {
+        QTest::addColumn<QString>("arguments");
+        QTest::addColumn<QString>("unknown"); // Empty if there is none.
+        const QString none;
+        QTest::newRow("none") << none << none;
+        QTest::newRow("all of ours")
+            << QStringLiteral(
+                   "--verbose --goal G --marketing-demo --marketing-demo-closed --toggle-panel --hide-panel "
+                   "--new-todo --desktop-report")
+            << none;
+        QTest::newRow("no options") << QStringLiteral("A -b - hide-panel") << none;
+        QTest::newRow("a slip of the finger")
+            << QStringLiteral("--hide-panle") << QStringLiteral("--hide-panle");
+        QTest::newRow("another hyphen")
+            << QStringLiteral("--toggle_panel") << QStringLiteral("--toggle_panel");
+        QTest::newRow("capitals") << QStringLiteral("--Verbose") << QStringLiteral("--Verbose");
+        QTest::newRow("with a value") << QStringLiteral("--verbose=1") << QStringLiteral("--verbose=1");
+        QTest::newRow("the first of two, behind a known one")
+            << QStringLiteral("--hide-panel --one --two") << QStringLiteral("--one");
+    }
+
+    void anUnknownOptionIsFound()
+    {
+        QFETCH(QString, arguments);
+        QFETCH(QString, unknown);
+        QCOMPARE(unknownOption(arguments.split(QLatin1Char(' '))).value_or(QString()), unknown);
+    }
+
     void aDemonstrationAsksNobodyForAnything()
     {
         QCOMPARE(parsed("--hide-panel --marketing-demo").request, Request::ShowPanel);

@@ -73,6 +73,23 @@ def verbs_without_a_display_reach_the_running_program(session, path):
     stop(session, program)
 
 
+def a_mistyped_option_does_nothing(session, path):
+    program = start_by(session, path, "toggle-panel")
+    for option in ("--hide-panle", "--toggle_panel", "--show"):
+        for arguments in ([option], ["--hide-panel", option], ["--marketing-demo", option]):
+            mistyped = session.start(path, *arguments)
+            session.wait_end(mistyped, status=2)
+            lines = session.log_lines(mistyped)
+            expect(lines == [f"wrenfold: unknown option {option}"], f"{arguments} says {lines}")
+    session.wait_window("Wren Fold")
+    # The toolkit's own are none of these, whatever the number of hyphens.
+    for options in (["--platform", "xcb"], ["-platform", "xcb"], ["--style", "fusion"], ["--style=fusion"], ["-style", "fusion"],
+                    ["--display", session.environment["DISPLAY"]], ["--qwindowgeometry", "300x300"], ["--reverse"]):
+        session.wait_end(session.start(path, "--hide-panel", *options))
+    session.wait_no_window("Wren Fold")
+    stop(session, program)
+
+
 def without_display_and_running_program_it_says_so(session, path):
     verb(session, path, "hide-panel", DISPLAY="")
     for environment in ({"DISPLAY": ""}, {"DISPLAY": NO_DISPLAY}, {"DISPLAY": "", "WAYLAND_DISPLAY": "wayland-none"}):
@@ -125,6 +142,7 @@ def main():
             the_report_tells_of_keys_that_others_hold(session, path)
             verbs_reach_the_running_program(session, path)
             with_nothing_running_two_verbs_start_it(session, path)
+            a_mistyped_option_does_nothing(session, path)
             verbs_without_a_display_reach_the_running_program(session, path)
             without_display_and_running_program_it_says_so(session, path)
 
