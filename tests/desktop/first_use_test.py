@@ -1,8 +1,12 @@
 """A person's first minutes: type a task, take it back and bring it back, quit, and find everything again."""
 
+import time
+
+from sample_documents import SECONDS_TO_2001, deferred, document, done, task
 from session import Session, expect, program_to_test
 
 TITLE = "来週の資料を読む"
+WRITTEN_BY_A_START = ("[app] info: Wrenfold starting ", "[app] info: launch ", "[ui] info: status bar ", "[app] info: ready ")
 COMPOSER = (172, 187)  # a point in the panel's input field at first start
 
 
@@ -35,11 +39,25 @@ def open_panel(session, program):
     return panel
 
 
+def expect_start_log(session, program, arguments, verbose, ready):
+    """The lines that every start writes, in this order, whatever stands between them."""
+    expected = [f"[app] info: Wrenfold starting args={arguments}", f"[app] info: launch accessory mode verbose={verbose}",
+                "[ui] info: status bar ready", f"[app] info: ready {ready}"]
+
+    def lines_of_a_start():
+        lines = [line.partition(" ")[2] for line in session.log_lines(program)]
+        return [line for line in lines if line.startswith(WRITTEN_BY_A_START)]
+    session.wait_for(lambda: len(lines_of_a_start()) >= len(expected), f"a log with {expected}")
+    lines = lines_of_a_start()
+    expect(lines == expected, f"the start has written {lines}, not {expected}")
+
+
 def main():
     path = program_to_test()
     with Session("first_use") as session:
         program = session.start(path)
         panel = open_panel(session, program)
+        expect_start_log(session, program, "", "false", "open=2 todayDone=0")
         at_start = painted_picture(session, "1_at_start", panel)
 
         # No field has the caret yet: these letters go nowhere. The keys below come after them, so what is saved then
@@ -67,12 +85,21 @@ def main():
         session.wait_end(program)
         expect(session.document() == added, "quitting has changed the document")
 
-        program = session.start(path)
+        program = session.start(path, "--verbose", "one", "-style", "fusion")
         panel = open_panel(session, program)
+        expect_start_log(session, program, "--verbose one -style fusion", "true", "open=3 todayDone=0")
         expect(session.geometry(panel) == place, f"the panel is at {session.geometry(panel)}, it was at {place}")
         again = painted_picture(session, "3_started_again", panel)
         expect(session.different_pixels(at_start, again) > 200, "the second start looks like the first, without the new task")
         expect(session.document() == added, "starting has changed the document")
+        program.terminate()
+        session.wait_end(program)
+
+        now = time.time() - SECONDS_TO_2001
+        session.save_document(document(task("open"), deferred("later", "urgentImportant"),
+                                       done("today") | {"completedAt": now}, done("before") | {"completedAt": now - 2 * 86400}))
+        program = session.start(path)
+        expect_start_log(session, program, "", "false", "open=1 todayDone=1")
         program.terminate()
         session.wait_end(program)
 
