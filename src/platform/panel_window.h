@@ -38,6 +38,10 @@ public:
     /// desktops forget these wishes when it is hidden, and when the level changes. Until it is hidden the level is kept
     /// up by itself, whatever other windows do. There is one such window; it must not outlive this object.
     virtual void pin(QWindow &window, PanelLevel level) = 0;
+
+    /// Brings the panel's window back, with the keyboard, when the desktop has put it away though the program shows it:
+    /// iconified, or out of sight with all others. Does nothing on a desktop that cannot be asked.
+    virtual void bringBack(QWindow &window) = 0;
 };
 
 } // namespace wrenfold

@@ -145,7 +145,7 @@ void AppDelegate::showPanelUnasked()
 void AppDelegate::togglePanel()
 {
     m_store.exitGhostMode();
-    if (panelController().panel().isVisible())
+    if (panelController().panel().isInSight())
         hidePanel();
     else
         showPanel();

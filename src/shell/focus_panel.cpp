@@ -39,6 +39,21 @@ void FocusPanel::setContent(QWidget *content)
     m_content->lower(); // The handles lie above it.
 }
 
+bool FocusPanel::isInSight() const
+{
+    // To Qt a window that the desktop has put away is still visible, but no longer exposed.
+    return isVisible() && windowHandle()->isExposed();
+}
+
+void FocusPanel::comeToFront()
+{
+    if (isVisible() && !isInSight())
+        m_ability.bringBack(*windowHandle());
+    show();
+    raise();
+    activateWindow();
+}
+
 void FocusPanel::showWithoutFocus()
 {
     // Qt looks at its own attribute WA_ShowWithoutActivating only when it makes the native window.

@@ -22,7 +22,11 @@ public:
     /// Fills the panel; takes ownership.
     void setContent(QWidget *content);
 
-    /// Comes into sight; who has the keyboard keeps it.
+    /// Whether it is shown and the desktop has not put it away, as by iconifying it.
+    [[nodiscard]] bool isInSight() const;
+    /// Comes to the front with the keyboard, also where the desktop has put it away.
+    void comeToFront();
+    /// Comes into sight; who has the keyboard keeps it. What the desktop has put away stays so.
     void showWithoutFocus();
 
     /// Takes effect at once when the panel is in sight, and each time it comes into sight.

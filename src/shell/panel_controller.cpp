@@ -109,9 +109,7 @@ void PanelController::showAndPin()
         m_view->setFocus(); // From here the Tab key starts anew.
     m_store.exitGhostMode();
     applyLevel();
-    m_panel.show();
-    m_panel.raise();
-    m_panel.activateWindow();
+    m_panel.comeToFront();
     logShown();
 }
 

@@ -28,6 +28,20 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowActive(Program::panel()));
     }
 
+    void togglingBringsBackAPanelThatTheWindowManagerHasIconified()
+    {
+        Program program;
+        program.start();
+        QVERIFY(QTest::qWaitForWindowActive(Program::panel()));
+        QWindow *window = Program::panel()->windowHandle();
+        window->showMinimized();
+        QTRY_VERIFY(!Program::panel()->isInSight());
+        QCOMPARE(program.fakes.panelWindow->takeBroughtBack(), QList<QWindow *>());
+        QCOMPARE(ask(program, Request::TogglePanel), QString());
+        QVERIFY(Program::panel()->isVisible());
+        QCOMPARE(program.fakes.panelWindow->takeBroughtBack(), QList<QWindow *>({window}));
+    }
+
     void hidingHidesThePanelAndAgainDoesNothing()
     {
         Program program;

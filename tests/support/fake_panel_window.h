@@ -26,6 +26,7 @@ public:
         setTranslucencyAvailable(m_isTranslucencyAvailable);
     }
     void pin(QWindow &window, PanelLevel level) override { m_pinned.append({&window, level}); }
+    void bringBack(QWindow &window) override { m_broughtBack.append(&window); }
 
     void setAvailability(const Availability &availability) { m_availability = availability; }
     void setWorkspacesAvailability(const Availability &availability)
@@ -49,6 +50,8 @@ public:
 
     /// The calls of pin() since the last time, in order.
     [[nodiscard]] QList<Pinned> takePinned() { return std::exchange(m_pinned, {}); }
+    /// The windows that were to be brought back since the last time.
+    [[nodiscard]] QList<QWindow *> takeBroughtBack() { return std::exchange(m_broughtBack, {}); }
 
 private:
     Availability m_availability;
@@ -56,6 +59,7 @@ private:
     bool m_isTranslucencyAvailable = true;
     std::function<void(bool)> m_translucencyListener;
     QList<Pinned> m_pinned;
+    QList<QWindow *> m_broughtBack;
 };
 
 } // namespace wrenfold

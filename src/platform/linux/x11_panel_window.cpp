@@ -18,7 +18,7 @@ X11PanelWindow::X11PanelWindow()
     : m_atoms(m_connection.atoms({"_NET_SUPPORTED", "_NET_WM_DESKTOP", "_NET_WM_STATE", "_NET_WM_STATE_ABOVE",
                                   "_NET_WM_STATE_STICKY", "_NET_WM_STATE_SKIP_TASKBAR",
                                   "_NET_WM_STATE_SKIP_PAGER", "WM_STATE", "_NET_WM_USER_TIME",
-                                  "_NET_WM_USER_TIME_WINDOW"}))
+                                  "_NET_WM_USER_TIME_WINDOW", "_NET_ACTIVE_WINDOW"}))
     , m_surroundings(m_connection)
     , m_compositor(m_connection)
 {
@@ -87,6 +87,16 @@ void X11PanelWindow::pin(QWindow &window, PanelLevel level)
     }
     sendWishes();
     m_judgement.start();
+}
+
+void X11PanelWindow::bringBack(QWindow &window)
+{
+    // As a task bar does it: the window manager may refuse a program that asks for itself, and Qt asks nothing for a
+    // window that is not in sight.
+    constexpr uint32_t fromPager = 2;
+    m_connection.sendToWindowManager(static_cast<xcb_window_t>(window.winId()), m_atoms[ActiveWindow],
+                                     {fromPager, XCB_CURRENT_TIME});
+    xcb_flush(m_connection);
 }
 
 void X11PanelWindow::sendWishes()

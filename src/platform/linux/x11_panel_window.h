@@ -30,6 +30,7 @@ public:
         m_compositor.watch(std::move(listener));
     }
     void pin(QWindow &window, PanelLevel level) override;
+    void bringBack(QWindow &window) override;
 
 private:
     enum Atom {
@@ -43,6 +44,7 @@ private:
         ManagerState,
         UserTime,
         UserTimeWindow,
+        ActiveWindow,
     };
 
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -29,6 +29,7 @@ public:
             listener(false);
     }
     void pin(QWindow & /*window*/, PanelLevel /*level*/) override {}
+    void bringBack(QWindow & /*window*/) override {}
 };
 
 } // namespace wrenfold
