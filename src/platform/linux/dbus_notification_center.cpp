@@ -89,7 +89,7 @@ void DBusNotificationCenter::connectToBus()
             this,
             [this, connection] {
                 m_isBusy = false;
-                m_connection = connection;
+                m_connection.emplace(connection);
                 if (!connection.isConnected())
                     return fail(QStringLiteral("there is no session bus that answers"));
                 followBus();
@@ -101,14 +101,11 @@ void DBusNotificationCenter::connectToBus()
 
 void DBusNotificationCenter::followBus()
 {
-    // Without naming the senders, whom Qt would wait for the bus to learn of; they are told apart when a signal comes.
-    m_connection->connect({}, QStringLiteral("/org/freedesktop/DBus"), busService,
-                          QStringLiteral("NameOwnerChanged"), {service}, QStringLiteral("sss"), this,
-                          SLOT(nameOwnerChanged(QDBusMessage)));
-    m_connection->connect({}, path, interface, QStringLiteral("ActivationToken"), this,
-                          SLOT(activationTokenCame(QDBusMessage)));
-    m_connection->connect({}, path, interface, QStringLiteral("ActionInvoked"), this,
-                          SLOT(actionInvoked(QDBusMessage)));
+    m_connection->follow(BusSignal::nameOwnerChanged(service), this, SLOT(nameOwnerChanged(QDBusMessage)));
+    m_connection->follow({path, interface, QStringLiteral("ActivationToken")}, this,
+                         SLOT(activationTokenCame(QDBusMessage)));
+    m_connection->follow({path, interface, QStringLiteral("ActionInvoked")}, this,
+                         SLOT(actionInvoked(QDBusMessage)));
 }
 
 void DBusNotificationCenter::askCapabilities()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/bus_connection.h"
 #include "platform/linux/session_bus.h"
 #include "platform/notification_center.h"
 
@@ -78,7 +79,7 @@ private:
     QList<Post> m_posts;
     bool m_isBusy = false;
     Availability m_availability;
-    std::optional<QDBusConnection> m_connection;
+    std::optional<BusConnection> m_connection;
     std::optional<QStringList> m_capabilities; ///< Of the daemon that is there now, once it has told them.
     QHash<QString, uint> m_ids;                ///< That daemon's numbers for our identifiers.
     QString m_daemon;                          ///< Its unique name on the bus, once it has shown something.

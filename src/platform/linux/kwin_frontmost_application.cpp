@@ -87,17 +87,13 @@ void KWinFrontmostApplication::advance()
 void KWinFrontmostApplication::serve(const QDBusConnection &connection)
 {
     m_isConnecting = false;
-    m_connection = connection;
+    m_connection.emplace(connection);
     if (!m_connection->isConnected())
         return fail(QStringLiteral("There is no session bus that answers."));
-    // Without naming the senders, whom Qt would wait for the bus to learn of.
-    m_connection->connect({}, QStringLiteral("/org/freedesktop/DBus"), busService,
-                          QStringLiteral("NameOwnerChanged"), {kwinService}, QStringLiteral("sss"), this,
-                          SLOT(nameOwnerChanged(QDBusMessage)));
-    m_connection->connect({}, QStringLiteral("/org/freedesktop/DBus/Local"),
-                          QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
-                          SLOT(disconnected()));
-    m_connection->registerObject(objectPath, this, QDBusConnection::ExportScriptableSlots);
+    m_connection->follow(BusSignal::nameOwnerChanged(kwinService), this,
+                         SLOT(nameOwnerChanged(QDBusMessage)));
+    m_connection->follow(BusSignal::disconnected(), this, SLOT(disconnected()));
+    m_connection->offer(objectPath, this);
     advance();
 }
 

@@ -3,6 +3,7 @@
 
 #include "platform/desktop_entries.h"
 #include "platform/frontmost_application.h"
+#include "platform/linux/bus_connection.h"
 #include "platform/linux/kwin_script.h"
 #include "platform/linux/session_bus.h"
 
@@ -69,7 +70,7 @@ private:
     bool m_isStarted = false;
     bool m_isConnecting = false;
     Availability m_availability;
-    std::optional<QDBusConnection> m_connection;
+    std::optional<BusConnection> m_connection;
     KWinScript m_reporter;
     KWinScript m_minimizer;
     QTimer m_retry;

@@ -15,7 +15,6 @@ namespace {
 const auto service = QStringLiteral("org.freedesktop.portal.Desktop");
 const auto path = QStringLiteral("/org/freedesktop/portal/desktop");
 const auto interface = QStringLiteral("org.freedesktop.portal.Settings");
-const auto busService = QStringLiteral("org.freedesktop.DBus");
 
 const auto appearanceNamespace = QStringLiteral("org.freedesktop.appearance");
 const auto gnomeNamespace = QStringLiteral("org.gnome.desktop.interface");
@@ -65,14 +64,11 @@ void PortalAppearance::followPortal(const QDBusConnection &connection)
 {
     if (!connection.isConnected())
         return;
-    m_connection = connection;
-    // Without naming the senders, whom Qt would wait for the bus to learn of. What a signal says is asked for, so a
-    // forged one does no harm.
-    m_connection->connect({}, QStringLiteral("/org/freedesktop/DBus"), busService,
-                          QStringLiteral("NameOwnerChanged"), {service}, QStringLiteral("sss"), this,
-                          SLOT(nameOwnerChanged(QDBusMessage)));
-    m_connection->connect({}, path, interface, QStringLiteral("SettingChanged"), this,
-                          SLOT(settingChanged(QDBusMessage)));
+    m_connection.emplace(connection);
+    // What a signal says is asked for, so a forged one does no harm.
+    m_connection->follow(BusSignal::nameOwnerChanged(service), this, SLOT(nameOwnerChanged(QDBusMessage)));
+    m_connection->follow({path, interface, QStringLiteral("SettingChanged")}, this,
+                         SLOT(settingChanged(QDBusMessage)));
     ask();
 }
 

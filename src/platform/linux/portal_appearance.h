@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/desktop_appearance.h"
+#include "platform/linux/bus_connection.h"
 #include "platform/linux/session_bus.h"
 
 #include <QMap>
@@ -45,7 +46,7 @@ private:
     const std::chrono::milliseconds m_patience;
     std::function<void(const Appearance &)> m_changed;
     Appearance m_told;
-    std::optional<QDBusConnection> m_connection; ///< Empty until it is made.
+    std::optional<BusConnection> m_connection; ///< Empty until it is made.
     bool m_isAsking = false;
     bool m_isToAskAgain = false;
     SessionBus m_bus; ///< Last: its thread uses the rest.

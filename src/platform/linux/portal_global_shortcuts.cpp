@@ -18,7 +18,6 @@ namespace {
 const auto service = QStringLiteral("org.freedesktop.portal.Desktop");
 const auto path = QStringLiteral("/org/freedesktop/portal/desktop");
 const auto interface = QStringLiteral("org.freedesktop.portal.GlobalShortcuts");
-const auto busService = QStringLiteral("org.freedesktop.DBus");
 
 const auto handleToken = QStringLiteral("handle_token");
 
@@ -94,15 +93,12 @@ void PortalGlobalShortcuts::followPortal(const QDBusConnection &connection)
         keepOnly({});
         return;
     }
-    m_connection = connection;
-    // Without naming the senders, whom Qt would wait for the bus to learn of: our session's path is not to be guessed.
-    m_connection->connect({}, QStringLiteral("/org/freedesktop/DBus"), busService,
-                          QStringLiteral("NameOwnerChanged"), {service}, QStringLiteral("sss"), this,
-                          SLOT(nameOwnerChanged(QDBusMessage)));
-    m_connection->connect({}, path, interface, QStringLiteral("Activated"), this,
-                          SLOT(activated(QDBusMessage)));
-    m_connection->connect({}, path, interface, QStringLiteral("ShortcutsChanged"), this,
-                          SLOT(shortcutsChanged(QDBusMessage)));
+    m_connection.emplace(connection);
+    // Others may send these too, but our session's path is not to be guessed.
+    m_connection->follow(BusSignal::nameOwnerChanged(service), this, SLOT(nameOwnerChanged(QDBusMessage)));
+    m_connection->follow({path, interface, QStringLiteral("Activated")}, this, SLOT(activated(QDBusMessage)));
+    m_connection->follow({path, interface, QStringLiteral("ShortcutsChanged")}, this,
+                         SLOT(shortcutsChanged(QDBusMessage)));
     introduceOurselves();
 }
 
@@ -156,9 +152,9 @@ QString PortalGlobalShortcuts::expectResponse(const char *slot)
 {
     const QString token = newToken();
     const QString sender = m_connection->baseService().mid(1).replace(u'.', u'_');
-    m_connection->connect({}, QStringLiteral("%1/request/%2/%3").arg(path, sender, token),
-                          QStringLiteral("org.freedesktop.portal.Request"), QStringLiteral("Response"), this,
-                          slot);
+    m_connection->follow({QStringLiteral("%1/request/%2/%3").arg(path, sender, token),
+                          QStringLiteral("org.freedesktop.portal.Request"), QStringLiteral("Response")},
+                         this, slot);
     return token;
 }
 
@@ -185,8 +181,9 @@ void PortalGlobalShortcuts::sessionCreated(const QDBusMessage &response)
         keepOnly({});
         return;
     }
-    m_connection->connect({}, m_session, QStringLiteral("org.freedesktop.portal.Session"),
-                          QStringLiteral("Closed"), this, SLOT(sessionClosed(QDBusMessage)));
+    m_connection->follow(
+        {m_session, QStringLiteral("org.freedesktop.portal.Session"), QStringLiteral("Closed")}, this,
+        SLOT(sessionClosed(QDBusMessage)));
     bindShortcuts();
 }
 

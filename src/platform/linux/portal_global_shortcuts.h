@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/global_shortcuts.h"
+#include "platform/linux/bus_connection.h"
 #include "platform/linux/portal_shortcut.h"
 #include "platform/linux/session_bus.h"
 
@@ -67,11 +68,11 @@ private:
     QStringList m_refused;    ///< The names of the shortcuts that were refused.
     QSet<QString> m_withKeys; ///< The portal's ids of those that keys are assigned to.
     bool m_isPassedOn = false;
-    QString m_session;                           ///< The path of the portal's session; empty without one.
-    bool m_isToBeRestored = false;               ///< The portal went with shortcuts of ours.
-    int m_departures = 0;                        ///< Of the portal.
-    std::optional<QDBusConnection> m_connection; ///< Empty until it is made.
-    SessionBus m_bus;                            ///< Last: its thread uses the rest.
+    QString m_session;                         ///< The path of the portal's session; empty without one.
+    bool m_isToBeRestored = false;             ///< The portal went with shortcuts of ours.
+    int m_departures = 0;                      ///< Of the portal.
+    std::optional<BusConnection> m_connection; ///< Empty until it is made.
+    SessionBus m_bus;                          ///< Last: its thread uses the rest.
 };
 
 } // namespace wrenfold

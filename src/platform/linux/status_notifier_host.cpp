@@ -32,40 +32,6 @@ QString itemService()
     return QStringLiteral("org.kde.StatusNotifierItem-%1-1").arg(QCoreApplication::applicationPid());
 }
 
-/// What is listened to. Without naming the senders, whom Qt would wait for the bus to learn of.
-struct Followed
-{
-    QString path;
-    QString interface;
-    QString name;
-    QStringList firstArgument;
-    const char *slot;
-};
-
-QList<Followed> followedSignals()
-{
-    return {{busPath,
-             busService,
-             QStringLiteral("NameOwnerChanged"),
-             {watcherService},
-             SLOT(watcherChanged(QDBusMessage))},
-            {watcherPath,
-             watcherInterface,
-             QStringLiteral("StatusNotifierHostRegistered"),
-             {},
-             SLOT(hostChanged(QDBusMessage))},
-            {watcherPath,
-             watcherInterface,
-             QStringLiteral("StatusNotifierHostUnregistered"),
-             {},
-             SLOT(hostChanged(QDBusMessage))},
-            {QStringLiteral("/org/freedesktop/DBus/Local"),
-             QStringLiteral("org.freedesktop.DBus.Local"),
-             QStringLiteral("Disconnected"),
-             {},
-             SLOT(disconnected())}};
-}
-
 QDBusMessage busCall(const QString &method, const QVariantList &arguments)
 {
     QDBusMessage message = QDBusMessage::createMethodCall(busService, busPath, busService, method);
@@ -87,17 +53,12 @@ StatusNotifierHost::StatusNotifierHost(Objects objects, std::chrono::millisecond
 {
 }
 
-StatusNotifierHost::~StatusNotifierHost()
-{
-    leaveBus();
-}
-
 void StatusNotifierHost::connectToBus()
 {
     if (m_isConnecting || !m_nextAttempt.hasExpired() || (m_connection && m_connection->isConnected()))
         return;
     m_isConnecting = true;
-    leaveBus();
+    m_connection.reset();
     m_bus.connect(m_patience, [this](const QDBusConnection &connection) {
         QMetaObject::invokeMethod(
             this, [this, connection] { serve(connection); }, Qt::QueuedConnection);
@@ -107,33 +68,21 @@ void StatusNotifierHost::connectToBus()
 void StatusNotifierHost::serve(const QDBusConnection &connection)
 {
     m_isConnecting = false;
-    m_connection = connection;
+    m_connection.emplace(connection);
     if (!m_connection->isConnected())
         return disconnected();
-    for (const Followed &each : followedSignals())
-        m_connection->connect({}, each.path, each.interface, each.name, each.firstArgument, {}, this,
-                              each.slot);
+    m_connection->follow(BusSignal::nameOwnerChanged(watcherService), this,
+                         SLOT(watcherChanged(QDBusMessage)));
+    m_connection->follow({watcherPath, watcherInterface, QStringLiteral("StatusNotifierHostRegistered")},
+                         this, SLOT(hostChanged(QDBusMessage)));
+    m_connection->follow({watcherPath, watcherInterface, QStringLiteral("StatusNotifierHostUnregistered")},
+                         this, SLOT(hostChanged(QDBusMessage)));
+    m_connection->follow(BusSignal::disconnected(), this, SLOT(disconnected()));
     // The objects before the name: whoever sees it may call at once.
     for (auto object = m_objects.cbegin(); object != m_objects.cend(); ++object)
-        m_connection->registerVirtualObject(object.key(), object.value());
+        m_connection->offer(object.key(), object.value());
     m_connection->send(busCall(QStringLiteral("RequestName"), {itemService(), 0U}));
     findWatcher();
-}
-
-void StatusNotifierHost::leaveBus()
-{
-    if (!m_connection)
-        return;
-    // The connection ends on a thread of its own, where it looks at whatever it still knows: by then that may have gone.
-    for (const Followed &each : followedSignals())
-        m_connection->disconnect({}, each.path, each.interface, each.name, each.firstArgument, {}, this,
-                                 each.slot);
-    disconnect(this, &QObject::destroyed, nullptr, nullptr);
-    for (auto object = m_objects.cbegin(); object != m_objects.cend(); ++object) {
-        m_connection->unregisterObject(object.key());
-        disconnect(object.value(), &QObject::destroyed, nullptr, nullptr);
-    }
-    m_connection.reset();
 }
 
 void StatusNotifierHost::findWatcher()

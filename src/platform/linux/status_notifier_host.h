@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/bus_connection.h"
 #include "platform/linux/session_bus.h"
 
 #include <QDBusMessage>
@@ -28,7 +29,6 @@ public:
     /// `patience` is how long a bus is waited for, and how long after one failure the next attempt is made at the
     /// earliest.
     StatusNotifierHost(Objects objects, std::chrono::milliseconds patience);
-    ~StatusNotifierHost() override;
 
     /// Connects to the bus, unless that was done or tried in vain a moment ago.
     void connectToBus();
@@ -53,7 +53,6 @@ private Q_SLOTS:
 
 private:
     void serve(const QDBusConnection &connection);
-    void leaveBus();
     void findWatcher();
     /// Tells the watcher of our item; then, or if there is none, the rest is known.
     void registerItem(const QString &watcher);
@@ -64,7 +63,7 @@ private:
 
     const Objects m_objects;
     const std::chrono::milliseconds m_patience;
-    std::optional<QDBusConnection> m_connection;
+    std::optional<BusConnection> m_connection;
     bool m_isConnecting = false;
     QDeadlineTimer m_nextAttempt;
     QString m_watcher; ///< Its unique name on the bus; empty while there is none.
