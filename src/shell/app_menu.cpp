@@ -10,11 +10,8 @@ AppMenu::AppMenu(const MenuActions &actions)
 {
     m_menu.setAccessibleName(m_menu.title());
     constexpr auto globalKeys = Qt::CTRL | Qt::ALT | Qt::META;
-    // Left to itself the menu writes Meta+Ctrl+Alt+P; no keyboard has a key of that name.
-    addEntry(m_menu, QStringLiteral("Wren Fold を表示\tCtrl+Alt+Super+P"), m_actions.onShowPanel,
-             globalKeys | Qt::Key_P);
-    addEntry(m_menu, QStringLiteral("Wren Fold を隠す\tCtrl+Alt+Super+H"), m_actions.onHidePanel,
-             globalKeys | Qt::Key_H);
+    addEntry(m_menu, QStringLiteral("Wren Fold を表示"), m_actions.onShowPanel, globalKeys | Qt::Key_P);
+    addEntry(m_menu, QStringLiteral("Wren Fold を隠す"), m_actions.onHidePanel, globalKeys | Qt::Key_H);
     addEntry(m_menu, QStringLiteral("設定..."), m_actions.onShowSettings, Qt::CTRL | Qt::Key_Comma);
     addEntry(m_menu, QStringLiteral("AIチャット"), m_actions.onShowAIChat);
     m_menu.addMenu(&m_editMenu);

@@ -9,11 +9,10 @@ namespace wrenfold {
 
 namespace {
 
-// After the tab comes what the menu writes at its edge.
-const QString showText = QStringLiteral("Wren Fold を表示\tCtrl+Alt+Super+P");
+const QString showText = QStringLiteral("Wren Fold を表示");
 const QString settingsText = QStringLiteral("設定...");
 const QString chatText = QStringLiteral("AIチャット");
-const QString hideText = QStringLiteral("Wren Fold を隠す\tCtrl+Alt+Super+H");
+const QString hideText = QStringLiteral("Wren Fold を隠す");
 const QString undoText = QStringLiteral("取り消す");
 const QString redoText = QStringLiteral("やり直す");
 const QString quitText = QStringLiteral("Wren Fold を終了");
