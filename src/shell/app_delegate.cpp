@@ -30,9 +30,9 @@ AppDelegate::~AppDelegate()
 {
     m_platform.desktopAppearance->follow({});
     m_platform.notificationCenter->onClick({});
-    // A field that is still open commits when the focus leaves it.
-    if (QWidget *focused = m_panelController ? m_panelController->panel().focusWidget() : nullptr)
-        focused->clearFocus();
+    // What is still being edited is committed when the panel is hidden.
+    if (m_panelController)
+        m_panelController->panel().hide();
     // One more try for what the disk refused.
     if (m_store.hasUnsavedChanges())
         m_store.save();

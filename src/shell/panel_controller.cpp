@@ -22,6 +22,7 @@ PanelController::PanelController(FocusStore &store, Clock &clock, PanelWindow &a
           {[this] { hide(); }, [this] { showAndPin(); }, actions.showAppMenu, actions.openLink}))
 {
     m_panel.setContent(m_view);
+    m_view->setFocus(); // Not a field: from here the Tab key starts.
     m_ability.watchTranslucency([this](bool isTranslucent) {
         m_panel.setTranslucent(isTranslucent);
         m_view->setRoundedByPainting(isTranslucent);
@@ -105,8 +106,6 @@ void PanelController::keepInSight()
 
 void PanelController::showAndPin()
 {
-    if (!m_panel.isVisible())
-        m_view->setFocus(); // From here the Tab key starts anew.
     m_store.exitGhostMode();
     applyLevel();
     m_panel.comeToFront();

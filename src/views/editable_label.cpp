@@ -56,6 +56,11 @@ void EditableLabel::beginEditing()
     m_field->setFocus(Qt::OtherFocusReason);
 }
 
+void EditableLabel::commitEditing()
+{
+    endEditing(true);
+}
+
 void EditableLabel::cancelEditing()
 {
     endEditing(false);

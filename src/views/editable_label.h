@@ -24,6 +24,7 @@ public:
     void setText(const QString &text);
 
     void beginEditing();
+    void commitEditing(); ///< Closes the field as leaving it does.
     void cancelEditing(); ///< Closes the field and forgets what was typed; nothing is emitted.
     [[nodiscard]] bool isEditing() const;
 

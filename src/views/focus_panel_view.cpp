@@ -4,11 +4,13 @@
 #include "look/painting.h"
 #include "model/focus_store.h"
 #include "model/task_list.h"
+#include "views/editable_label.h"
 #include "views/now_card.h"
 #include "views/panel_header.h"
 #include "views/quadrant_board.h"
 #include "views/row_list_view.h"
 #include "views/status_line.h"
+#include "views/subtask_composer_row.h"
 #include "views/task_drag.h"
 #include "views/todo_composer.h"
 
@@ -254,6 +256,26 @@ void FocusPanelView::contextMenuEvent(QContextMenuEvent *event)
 void FocusPanelView::mousePressEvent(QMouseEvent *)
 {
     setFocus(Qt::MouseFocusReason); // A click beside a field ends its editing; one on a button does not.
+}
+
+void FocusPanelView::hideEvent(QHideEvent *event)
+{
+    QWidget::hideEvent(event);
+    if (event->spontaneous())
+        return; // Iconified: the field is there again when the window is.
+    commitEditing();
+    setFocus(); // When it is shown again, the Tab key starts anew.
+}
+
+void FocusPanelView::commitEditing()
+{
+    // Not left to the focus: a field of a window that is not active keeps what is typed when it loses it.
+    const QList<EditableLabel *> labels = findChildren<EditableLabel *>();
+    for (EditableLabel *label : labels)
+        label->commitEditing();
+    const QList<SubtaskComposerRow *> composers = findChildren<SubtaskComposerRow *>();
+    for (SubtaskComposerRow *composer : composers)
+        composer->commitDraft();
 }
 
 void FocusPanelView::resizeEvent(QResizeEvent *event)

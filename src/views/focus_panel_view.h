@@ -24,6 +24,8 @@ class TodoComposer;
 
 /// The content of the floating panel. Holds no task data: it shows the store's published state and calls its
 /// operations.
+///
+/// When its window is hidden, what is being edited is committed; the draft of a new task stays in its field.
 class FocusPanelView : public QWidget
 {
     Q_OBJECT
@@ -52,12 +54,14 @@ public:
 
 protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
     void addDraft(const QString &draft, bool makeActive);
+    void commitEditing();
     void beginAddSubtask(const TaskItem &task);
     void toggleTimer();
     void subscribe();

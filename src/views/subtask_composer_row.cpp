@@ -29,6 +29,11 @@ void SubtaskComposerRow::submit()
     m_actions.close(parent);
 }
 
+void SubtaskComposerRow::commitDraft()
+{
+    addDraft(row().task);
+}
+
 void SubtaskComposerRow::addDraft(const TaskItem &parent)
 {
     const QString title = m_field->text();
@@ -43,7 +48,7 @@ bool SubtaskComposerRow::eventFilter(QObject *watched, QEvent *event)
         const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
         const bool isForAWhile = reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason;
         if (!isForAWhile)
-            addDraft(row().task);
+            commitDraft();
     }
     return PanelRowWidget::eventFilter(watched, event);
 }

@@ -25,6 +25,8 @@ public:
 
     SubtaskComposerRow(const Actions &actions, QWidget *parent);
 
+    void commitDraft(); ///< Adds what is typed, as leaving the field does.
+
 protected:
     void rowChanged(const PanelRow &previous) override;
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -23,8 +23,16 @@ class AppDelegateTest : public TestCase
     Q_OBJECT
 
 private Q_SLOTS:
+    void aRenameThatIsOpenAtTheEndIsKept_data()
+    {
+        QTest::addColumn<bool>("isActive");
+        QTest::newRow("in the active window") << true;
+        QTest::newRow("while another window is active") << false;
+    }
+
     void aRenameThatIsOpenAtTheEndIsKept()
     {
+        QFETCH(bool, isActive);
         Program program;
         program.start();
         QVERIFY(QTest::qWaitForWindowActive(Program::panel()));
@@ -39,6 +47,11 @@ private Q_SLOTS:
         row->setFocus(Qt::TabFocusReason);
         QTest::keyClick(row, Qt::Key_F2);
         QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("renamed"));
+        QWidget other;
+        if (!isActive) {
+            other.show();
+            QVERIFY(QTest::qWaitForWindowActive(&other));
+        }
         program.delegate.reset();
         QCOMPARE(program.savedTitles(), QStringLiteral("renamed"));
     }
@@ -257,7 +270,8 @@ private Q_SLOTS:
         Program program;
         program.start();
         program.fakes.preferences->failNextWrites(1);
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral(".*")));
+        QTest::ignoreMessage(QtWarningMsg,
+                             QRegularExpression(QStringLiteral(".*")));
         program.add(QStringLiteral("a"));
         QCOMPARE(program.savedTitles(), QString());
         program.delegate.reset();

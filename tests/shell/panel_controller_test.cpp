@@ -4,8 +4,10 @@
 #include "support/fake_panel_window.h"
 #include "support/log_capture.h"
 #include "support/test_case.h"
+#include "views/editable_label.h"
 #include "views/focus_panel_view.h"
 #include "views/menu_probes.h"
+#include "views/now_card.h"
 #include "views/todo_composer.h"
 #include "views/view_probes.h"
 
@@ -267,6 +269,31 @@ private Q_SLOTS:
                      QList<FakePanelWindow::Pinned>({{fakes.panel().windowHandle(), PanelLevel::Floating}}));
             QVERIFY(fakes.panel().isVisible());
         }
+    }
+
+    void hidingByTheControllerAndClosingEndAnyEditing_data()
+    {
+        QTest::addColumn<bool>("isClosed");
+        QTest::newRow("hidden") << false;
+        QTest::newRow("closed") << true;
+    }
+
+    void hidingByTheControllerAndClosingEndAnyEditing()
+    {
+        QFETCH(bool, isClosed);
+        ControllerOnFakes fakes;
+        fakes.show();
+        EditableLabel *goal = fakes.panel().findChild<NowCard *>()->findChild<EditableLabel *>();
+        goal->beginEditing();
+        type(goal->findChild<TextField *>(), QStringLiteral("goal"));
+        if (isClosed)
+            fakes.panel().close();
+        else
+            fakes.controller.hide();
+        QCOMPARE(fakes.fakes.store.mediumGoal.value(), QStringLiteral("goal"));
+        QVERIFY(!goal->isEditing());
+        fakes.controller.showWithoutFocus();
+        QCOMPARE(fakes.panel().focusWidget(), fakes.view());
     }
 
     void typingKeptInTheFieldSurvivesHiding()

@@ -123,6 +123,64 @@ private Q_SLOTS:
             QVERIFY(!field->isVisible() || field->text().isEmpty());
     }
 
+    void hidingThePanelCommitsWhatIsEditedEvenWhileAnotherWindowIsActive_data()
+    {
+        QTest::addColumn<bool>("isActive");
+        QTest::newRow("active") << true;
+        QTest::newRow("another window is") << false;
+    }
+
+    void hidingThePanelCommitsWhatIsEditedEvenWhileAnotherWindowIsActive()
+    {
+        QFETCH(bool, isActive);
+        const OffscreenSilence silence;
+        PanelInWindow panel({madeTask(a), madeTask(b)});
+        QWidget other;
+        const auto goAwayAndComeBack = [&] {
+            if (!isActive) {
+                other.show();
+                other.activateWindow();
+                QVERIFY(QTest::qWaitForWindowActive(&other));
+            }
+            panel.window.hide();
+            panel.window.show();
+            panel.window.activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(&panel.window));
+            QCOMPARE(panel.focused(), QStringLiteral("-"));
+        };
+        QVERIFY(panel.show());
+        focusRow(panel, a);
+        panel.press(Qt::Key_F2);
+        type(panel.editField(), QStringLiteral("renamed"));
+        goAwayAndComeBack();
+        QVERIFY(!panel.editField());
+        QVERIFY(panel.row(QStringLiteral("renamed")));
+
+        QTest::mouseClick(panel.goal(), Qt::LeftButton);
+        type(panel.editField(), QStringLiteral("goal"));
+        goAwayAndComeBack();
+        QVERIFY(!panel.editField());
+        QCOMPARE(panel.store.mediumGoal.value(), QStringLiteral("goal"));
+
+        focusRow(panel, b);
+        panel.press(Qt::Key_Insert);
+        type(panel.subtaskField(), QStringLiteral("subtask"));
+        goAwayAndComeBack();
+        QCOMPARE(panel.fakes.task(QStringLiteral("subtask")).parentID, panel.fakes.task(b).id);
+    }
+
+    void hidingThePanelKeepsTheDraftOfANewTask()
+    {
+        PanelInWindow panel({madeTask(a)});
+        QVERIFY(panel.show());
+        panel.composer()->setFocus();
+        type(panel.composer(), QStringLiteral("draft"));
+        panel.window.hide();
+        panel.window.show();
+        QCOMPARE(panel.composer()->text(), QStringLiteral("draft"));
+        QCOMPARE(panel.store.tasks.value().size(), 1);
+    }
+
     void anOpenSubtaskOfACompletedTaskIsShownUnderIt()
     {
         const TaskItem parent = madeTask(a);
