@@ -19,7 +19,7 @@ PanelController::PanelController(FocusStore &store, Clock &clock, PanelWindow &a
     , m_panel(ability)
     , m_view(new FocusPanelView(
           store, clock,
-          {[this] { hide(); }, [this] { showAndPin(); }, actions.showAppMenu, actions.openLink}))
+          {[this] { hide(); }, [this] { m_panel.comeToFront(); }, actions.showAppMenu, actions.openLink}))
 {
     m_panel.setContent(m_view);
     m_view->setFocus(); // Not a field: from here the Tab key starts.

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "app/debug_log.h"
 #include "shell/program_on_fakes.h"
+#include "support/log_capture.h"
 #include "support/test_case.h"
 
 #include <QJsonDocument>
@@ -85,6 +87,19 @@ private Q_SLOTS:
         program.fakes.globalShortcuts->press(VirtualKey::T);
         QTRY_VERIFY(program.panel()->isVisible());
         QCOMPARE(program.panel()->focusWidget(), program.composer());
+    }
+
+    void theKeyTLogsOnceThatThePanelIsShown()
+    {
+        Program program;
+        program.start();
+        DebugLog::setVerbosePreference([] { return true; });
+        const auto quiet = qScopeGuard([] { DebugLog::setVerbosePreference({}); });
+        const LogCapture log;
+        program.fakes.globalShortcuts->press(VirtualKey::T);
+        QTRY_VERIFY(program.composer()->hasFocus());
+        QCOMPARE(log.take().filter(QStringLiteral("panel shown")),
+                 QStringList{QStringLiteral("debug ui: panel shown hardPin=true")});
     }
 
     void theKeysAreControlAltAndSuperWithPHAndT()
