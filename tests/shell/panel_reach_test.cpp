@@ -45,10 +45,14 @@ private Q_SLOTS:
         Program program;
         program.start();
         const QList<StatusMenuRow> rows = program.fakes.statusItem->openMenu();
+        QStringList found;
         for (const StatusMenuRow &row : rows) {
-            if (row.title == QStringLiteral("設定...") || row.title == QStringLiteral("AIチャット"))
-                QVERIFY(!row.isEnabled);
+            if (row.title != QStringLiteral("設定...") && row.title != QStringLiteral("AIチャット"))
+                continue;
+            found.append(row.title);
+            QVERIFY(!row.isEnabled);
         }
+        QCOMPARE(found, QStringList({QStringLiteral("AIチャット"), QStringLiteral("設定...")}));
         QVERIFY(!program.fakes.statusItem->choose(QStringLiteral("設定...")));
     }
 
