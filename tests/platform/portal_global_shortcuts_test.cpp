@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/portal_global_shortcuts.h"
-
 #include "app/application_id.h"
-#include "support/fake_shortcuts_portal.h"
-#include "support/private_bus.h"
+#include "platform/shortcuts_desk.h"
 #include "support/test_case.h"
 
 #include <QDBusObjectPath>
@@ -13,61 +10,6 @@
 namespace wrenfold {
 
 using namespace std::chrono_literals;
-
-namespace {
-
-constexpr int32_t signature = 0x574E4644;
-const GlobalShortcut shortcutP{signature, 1, VirtualKey::P, 6400, QStringLiteral("Show or hide")};
-const GlobalShortcut shortcutH{signature, 2, VirtualKey::H, 6400, QStringLiteral("Hide")};
-const GlobalShortcut shortcutT{signature, 3, VirtualKey::T, 6400, QStringLiteral("New TODO")};
-const auto idOfP = QStringLiteral("WNFD-1");
-const auto idOfH = QStringLiteral("WNFD-2");
-const auto idOfT = QStringLiteral("WNFD-3");
-
-using Ids = QList<uint32_t>;
-
-/// One address for all tests, because the bus library looks for it once in a process.
-PrivateBus &theBus()
-{
-    static PrivateBus bus;
-    return bus;
-}
-
-/// A bus with a portal that has yet to come, the program's side of it, and what that was told.
-struct Desk
-{
-    PrivateBus &bus = theBus();
-    FakeShortcutsPortal portal{bus.address()};
-    Ids pressed;
-    Ids refused;
-    PortalGlobalShortcuts shortcuts;
-
-    explicit Desk(std::chrono::milliseconds patience = 30s)
-        : shortcuts(patience)
-    {
-        const QString error = bus.start();
-        if (!error.isEmpty())
-            qFatal("%s", qPrintable(error));
-        shortcuts.installEventHandler({.pressed = [this](uint32_t id) { pressed << id; },
-                                       .refused = [this](uint32_t id) { refused << id; }});
-    }
-    ~Desk() { bus.stop(); }
-
-    /// Whether all three were taken for now.
-    [[nodiscard]] bool registerAll()
-    {
-        return shortcuts.registerShortcut(shortcutP) && shortcuts.registerShortcut(shortcutH) &&
-               shortcuts.registerShortcut(shortcutT);
-    }
-    [[nodiscard]] Availability::Level level() const { return shortcuts.availability().level; }
-};
-
-const Availability nothing =
-    availabilityWithout({QStringLiteral("Ctrl+Alt+Super+P"), QStringLiteral("Ctrl+Alt+Super+H"),
-                         QStringLiteral("Ctrl+Alt+Super+T")},
-                        false);
-
-} // namespace
 
 /// The desktop's portal that says yes, no, half of it, and nothing.
 class PortalGlobalShortcutsTest : public TestCase
@@ -254,103 +196,6 @@ private Q_SLOTS:
         QTRY_COMPARE(desk.shortcuts.availability(), Availability());
         desk.portal.changeKeys({});
         QTRY_COMPARE(desk.shortcuts.availability(), nothing);
-    }
-
-    void aPortalThatRestartsIsAskedAgain()
-    {
-        Desk desk;
-        QVERIFY(desk.portal.arrive());
-        QVERIFY(desk.registerAll());
-        QTRY_COMPARE(desk.shortcuts.availability(), Availability());
-        desk.portal.leave();
-        QTRY_COMPARE(desk.shortcuts.availability(), nothing);
-        QVERIFY(desk.portal.arrive());
-        QTRY_COMPARE(desk.shortcuts.availability(), Availability());
-        desk.portal.press(idOfP);
-        QTRY_COMPARE(desk.pressed, Ids{1});
-        QCOMPARE(desk.refused, Ids());
-    }
-
-    void aPortalThatGoesBeforeItRepliesIsAskedWhenItIsBack_data()
-    {
-        QTest::addColumn<QString>("method");
-        QTest::newRow("to the introduction") << QStringLiteral("Register");
-        QTest::newRow("about the session") << QStringLiteral("CreateSession");
-        QTest::newRow("about the shortcuts") << QStringLiteral("BindShortcuts");
-    }
-
-    void aPortalThatGoesBeforeItRepliesIsAskedWhenItIsBack()
-    {
-        QFETCH(const QString, method);
-        Desk desk;
-        desk.portal.hangingMethods = QStringList{method};
-        QVERIFY(desk.portal.arrive());
-        QVERIFY(desk.registerAll());
-        QTRY_VERIFY(desk.portal.calls().contains(method));
-        desk.portal.hangingMethods.clear();
-        QVERIFY(desk.portal.arrive()); // It leaves first.
-        QTRY_COMPARE(desk.shortcuts.availability(), Availability());
-        desk.portal.press(idOfP);
-        QTRY_COMPARE(desk.pressed, Ids{1});
-        QCOMPARE(desk.refused, Ids());
-        QCOMPARE(desk.portal.calls().last(), QStringLiteral("BindShortcuts"));
-    }
-
-    void aPortalThatGoesBeforeTheUserAnswersIsAskedWhenItIsBack_data()
-    {
-        QTest::addColumn<QString>("question");
-        QTest::newRow("about the session") << QStringLiteral("CreateSession");
-        QTest::newRow("about the shortcuts") << QStringLiteral("BindShortcuts");
-    }
-
-    void aPortalThatGoesBeforeTheUserAnswersIsAskedWhenItIsBack()
-    {
-        QFETCH(const QString, question);
-        Desk desk;
-        desk.portal.isUserThinking = true;
-        QVERIFY(desk.portal.arrive());
-        QVERIFY(desk.registerAll());
-        QTRY_VERIFY(desk.portal.calls().contains(QStringLiteral("CreateSession")));
-        if (question == QLatin1String("BindShortcuts")) {
-            desk.portal.userAnswers();
-            QTRY_VERIFY(desk.portal.calls().contains(question));
-        }
-        desk.portal.leave();
-        desk.portal.isUserThinking = false;
-        QVERIFY(desk.portal.arrive());
-        QTRY_COMPARE(desk.shortcuts.availability(), Availability());
-        QCOMPARE(desk.refused, Ids());
-    }
-
-    void aPortalThatGoesAfterItsNoIsNotAskedAgain()
-    {
-        Desk desk;
-        desk.portal.bindResponse = 1;
-        QVERIFY(desk.portal.arrive());
-        QVERIFY(desk.registerAll());
-        QTRY_COMPARE(desk.refused, (Ids{1, 2, 3}));
-        const qsizetype calls = desk.portal.calls().size();
-        QVERIFY(desk.portal.arrive()); // It leaves first.
-        // What another asks of it says that the portal has been seen to come.
-        PortalGlobalShortcuts others;
-        others.installEventHandler({.pressed = {}, .refused = {}});
-        QVERIFY(others.registerShortcut(shortcutP));
-        QTRY_COMPARE(desk.portal.calls().count(QStringLiteral("BindShortcuts")), 2);
-        QCOMPARE(desk.portal.calls().size(), calls + 3);
-    }
-
-    void aPortalThatComesAfterTheNoIsNotAsked()
-    {
-        Desk desk;
-        QVERIFY(desk.registerAll());
-        QTRY_COMPARE(desk.refused, (Ids{1, 2, 3}));
-        QVERIFY(desk.portal.arrive());
-        // What another asks of it says that the portal has been seen to come.
-        PortalGlobalShortcuts others;
-        others.installEventHandler({.pressed = {}, .refused = {}});
-        QVERIFY(others.registerShortcut(shortcutP));
-        QTRY_COMPARE(others.availability(), Availability());
-        QCOMPARE(desk.portal.calls().size(), 3);
     }
 
     void aClosedSessionIsANo()
