@@ -60,6 +60,7 @@ private Q_SLOTS:
     {
         Program program;
         program.start();
+        QTRY_VERIFY(program.panel()->isInSight());
         program.fakes.globalShortcuts->press(VirtualKey::P);
         QVERIFY(program.panel()->isVisible()); // Not before the loop turns.
         QTRY_VERIFY(!program.panel()->isVisible());
