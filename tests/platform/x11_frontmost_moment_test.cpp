@@ -7,6 +7,7 @@
 #include "support/x11_program.h"
 #include "support/x11_server.h"
 
+#include <QAbstractNativeEventFilter>
 #include <QRasterWindow>
 
 namespace wrenfold {
@@ -14,18 +15,48 @@ namespace wrenfold {
 using namespace x11;
 using namespace std::chrono_literals;
 
+namespace {
+
+/// Counts the events that tell of a property of the root window.
+class PropertyEvents final : public QAbstractNativeEventFilter
+{
+public:
+    explicit PropertyEvents(xcb_atom_t property)
+        : m_property(property)
+    {
+        qGuiApp->installNativeEventFilter(this);
+    }
+    [[nodiscard]] int count() const { return m_count; }
+
+    bool nativeEventFilter(const QByteArray &, void *message, qintptr *) override
+    {
+        const auto *event = static_cast<const xcb_property_notify_event_t *>(message);
+        if ((event->response_type & ~0x80) == XCB_PROPERTY_NOTIFY && event->window == root() &&
+            event->atom == m_property)
+            ++m_count;
+        return false;
+    }
+
+private:
+    const xcb_atom_t m_property;
+    int m_count = 0;
+};
+
+} // namespace
+
 /// Without a window manager: the test says itself which window is active.
 class X11FrontmostMomentTest : public TestCase
 {
     Q_OBJECT
 
+    /// Returns when the event that tells of it has been handled.
     static void setActiveWindow(xcb_window_t window)
     {
+        const PropertyEvents events(atom("_NET_ACTIVE_WINDOW"));
         xcb_change_property(connection(), XCB_PROP_MODE_REPLACE, root(), atom("_NET_ACTIVE_WINDOW"),
                             XCB_ATOM_WINDOW, 32, 1, &window);
         xcb_flush(connection());
-        (void)valuesOf(root(), "_NET_ACTIVE_WINDOW");
-        QCoreApplication::processEvents();
+        QTRY_COMPARE(events.count(), 1);
     }
 
 private Q_SLOTS:
