@@ -17,7 +17,13 @@ enum class PanelLevel {
     AboveFullScreen, ///< Above that too.
 };
 
-/// What a desktop can do for the floating panel: above other windows, on every workspace, out of the task bar.
+/// A window of the program beside the panel.
+enum class CompanionKind {
+    Ordinary, ///< Among the windows of other programs, and on one workspace.
+    Floating, ///< Above them, but not above a full-screen window that is in front; on every workspace.
+};
+
+/// What a desktop can do for the floating panel, and for the windows beside it: above other windows, on every workspace, out of the task bar.
 class PanelWindow
 {
 public:
@@ -42,6 +48,10 @@ public:
     /// Brings the panel's window back, with the keyboard, when the desktop has put it away though the program shows it:
     /// iconified, or out of sight with all others. Does nothing on a desktop that cannot be asked.
     virtual void bringBack(QWindow &window) = 0;
+
+    /// Keeps another window above the panel while that window has the keyboard, and grants what its kind says as far as
+    /// the desktop does. To be called each time it is about to be shown. There may be several such windows.
+    virtual void accompany(QWindow &window, CompanionKind kind) = 0;
 };
 
 } // namespace wrenfold

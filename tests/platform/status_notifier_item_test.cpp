@@ -102,10 +102,8 @@ private Q_SLOTS:
     {
         Desk desk;
         QVERIFY(desk.appear());
-        QCOMPARE(
-            desk.host.items(),
-            QStringList{
-                QStringLiteral("org.kde.StatusNotifierItem-%1-1").arg(QCoreApplication::applicationPid())});
+        const QString ownName = QStringLiteral("org.kde.StatusNotifierItem-%1-1");
+        QCOMPARE(desk.host.items(), QStringList{ownName.arg(QCoreApplication::applicationPid())});
         const QVariantMap properties = desk.host.properties();
         for (const auto &[name, value] :
              {std::pair("Id", "wrenfold"), std::pair("Title", "Wren Fold"),

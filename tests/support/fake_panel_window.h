@@ -27,6 +27,7 @@ public:
     }
     void pin(QWindow &window, PanelLevel level) override { m_pinned.append({&window, level}); }
     void bringBack(QWindow &window) override { m_broughtBack.append(&window); }
+    void accompany(QWindow &window, CompanionKind kind) override { m_companions.append({&window, kind}); }
 
     void setAvailability(const Availability &availability) { m_availability = availability; }
     void setWorkspacesAvailability(const Availability &availability)
@@ -48,6 +49,16 @@ public:
         friend bool operator==(const Pinned &, const Pinned &) = default;
     };
 
+    struct Companion
+    {
+        QWindow *window; ///< Not owned.
+        CompanionKind kind;
+
+        friend bool operator==(const Companion &, const Companion &) = default;
+    };
+
+    /// The calls of accompany() since the last time, in order.
+    [[nodiscard]] QList<Companion> takeCompanions() { return std::exchange(m_companions, {}); }
     /// The calls of pin() since the last time, in order.
     [[nodiscard]] QList<Pinned> takePinned() { return std::exchange(m_pinned, {}); }
     /// The windows that were to be brought back since the last time.
@@ -60,6 +71,7 @@ private:
     std::function<void(bool)> m_translucencyListener;
     QList<Pinned> m_pinned;
     QList<QWindow *> m_broughtBack;
+    QList<Companion> m_companions;
 };
 
 } // namespace wrenfold

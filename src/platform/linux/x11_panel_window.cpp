@@ -99,6 +99,11 @@ void X11PanelWindow::bringBack(QWindow &window)
     xcb_flush(m_connection);
 }
 
+void X11PanelWindow::accompany(QWindow &window, CompanionKind kind)
+{
+    window.setFlag(Qt::WindowStaysOnTopHint, kind == CompanionKind::Floating);
+}
+
 void X11PanelWindow::sendWishes()
 {
     if (m_standing.kind == PanelStanding::Kind::Unmanaged)

@@ -30,6 +30,7 @@ public:
     }
     void pin(QWindow & /*window*/, PanelLevel /*level*/) override {}
     void bringBack(QWindow & /*window*/) override {}
+    void accompany(QWindow & /*window*/, CompanionKind /*kind*/) override {}
 };
 
 } // namespace wrenfold
