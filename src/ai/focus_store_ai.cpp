@@ -98,6 +98,13 @@ void FocusStore::insertSubtasks(const QStringList &titles, const QUuid &after)
     setTasks(split);
 }
 
+QFuture<QString> FocusStore::askAssistant(const QString &prompt)
+{
+    TaskList open = tasks.value();
+    open.removeIf([](const TaskItem &task) { return !task.isOpen(); });
+    return m_sorter.chat(prompt, open, mediumGoal.value(), apiKeyOverride.value(), openRouterModel.value());
+}
+
 void FocusStore::importOpenRouterKeyFromOnePassword()
 {
     apiImportStatus.set(QStringLiteral("1Passwordから取得中..."));

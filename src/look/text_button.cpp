@@ -26,6 +26,18 @@ void TextButton::setLabel(const QString &label)
     update();
 }
 
+void TextButton::setSymbol(const QString &symbol)
+{
+    m_symbol = symbol;
+    updateGeometry();
+    update();
+}
+
+int TextButton::symbolWidth() const
+{
+    return m_symbol.isEmpty() ? 0 : Metrics::buttonSymbolSize + Metrics::buttonSymbolSpacing;
+}
+
 void TextButton::helpChanged()
 {
     setAccessibleDescription(help());
@@ -35,7 +47,8 @@ QSize TextButton::sizeHint() const
 {
     const bool isLink = m_kind == Kind::Link;
     const int padding = isLink ? Metrics::textButtonPadding : Metrics::buttonPadding;
-    const int width = fontMetrics().horizontalAdvance(isolated(oneLine(m_label))) + 2 * padding;
+    const int width =
+        fontMetrics().horizontalAdvance(isolated(oneLine(m_label))) + symbolWidth() + 2 * padding;
     return {qMax(width, Metrics::checkHitSize), isLink ? Metrics::textButtonHeight : Metrics::buttonHeight};
 }
 
@@ -58,7 +71,15 @@ void TextButton::paintEvent(QPaintEvent *)
     QFont font = this->font();
     font.setUnderline(m_kind == Kind::Primary && isHovered());
     const QColor &ink = isLink ? theme.accent : m_kind == Kind::Primary ? theme.onAccent : theme.ink;
-    Painting::text(painter, rect(), m_label, font, ink, Qt::AlignHCenter);
+    QRect text = rect();
+    if (!m_symbol.isEmpty()) {
+        const int textWidth = fontMetrics().horizontalAdvance(isolated(oneLine(m_label)));
+        const int left = (width() - symbolWidth() - textWidth) / 2;
+        Painting::symbol(painter, QRect(left, 0, Metrics::buttonSymbolSize, height()), m_symbol, ink,
+                         Metrics::buttonSymbolSize);
+        text.setLeft(symbolWidth());
+    }
+    Painting::text(painter, text, m_label, font, ink, Qt::AlignHCenter);
     if (showsFocus())
         Painting::focusRing(painter, rect(), radius);
 }

@@ -24,6 +24,9 @@ public:
     void setLabel(const QString &label);
     [[nodiscard]] QString label() const { return m_label; }
 
+    /// In front of the text; one of the names that Symbols knows. None at first.
+    void setSymbol(const QString &symbol);
+
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
@@ -31,7 +34,10 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    [[nodiscard]] int symbolWidth() const;
+
     QString m_label;
+    QString m_symbol;
     Kind m_kind;
 };
 

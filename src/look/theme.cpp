@@ -191,6 +191,11 @@ QFont body()
     return sized(13);
 }
 
+QFont strong()
+{
+    return sized(13, QFont::DemiBold);
+}
+
 QFont subtask()
 {
     return sized(12);

@@ -93,6 +93,7 @@ inline constexpr int badgeHeight = 20, badgePadding = 6, badgeSpacing = 3;
 inline constexpr int tagHeight = 17, tagRadius = 8, tagPadding = 6;
 inline constexpr int textButtonHeight = 24, textButtonPadding = 4, textButtonRadius = 6;
 inline constexpr int buttonHeight = 28, buttonPadding = 12, buttonRadius = 8;
+inline constexpr int buttonSymbolSize = 14, buttonSymbolSpacing = 5;
 
 inline constexpr int cardRadius = 11, cardPadding = 8, cardAccentWidth = 3, sectionSpacing = 8;
 inline constexpr int fieldHeight = 34, fieldRadius = 9, fieldPadding = 9, fieldSpacing = 7;
@@ -104,7 +105,9 @@ inline constexpr int statusHeight = 26, statusSpacing = 8;
 inline constexpr int boardPadding = 12, boardTitleHeight = 26, boardAxisWidth = 32, boardGap = 7;
 inline constexpr int cellRadius = 10, cellPadding = 8, cellSpacing = 5, chipRadius = 7, chipPadding = 7;
 inline constexpr int boardAxisHeight = 18, cellTitleHeight = 17, cellLabelHeight = 14, chipHeight = 44;
-inline constexpr int bubbleRadius = 13, bubbleTailRadius = 4, bubblePadding = 11, proposalRadius = 12;
+inline constexpr int bubbleRadius = 13, bubbleTailRadius = 4, bubblePadding = 11, bubbleVerticalPadding = 8;
+inline constexpr int bubbleSpacing = 8, proposalRadius = 12, proposalPadding = 12,
+                     proposalVerticalPadding = 10;
 } // namespace Metrics
 
 namespace Durations {
@@ -120,6 +123,7 @@ void setMotionReduced(bool isReduced);
 /// of these still follows the desktop's font family.
 namespace Fonts {
 QFont body();        ///< Rows, fields, messages.
+QFont strong();      ///< A proposal's title.
 QFont subtask();     ///< Subtask rows, chips.
 QFont small();       ///< Subtitles, the status line.
 QFont smallStrong(); ///< Section headers, text buttons, the badge.

@@ -196,6 +196,8 @@ public:
     void splitTaskWithLLM(const TaskItem &task); ///< As prioritizeTasksWithLLM().
     /// What withSplit() makes of the list.
     void insertSubtasks(const QStringList &titles, const QUuid &after);
+    /// The service's answer to a question about the open tasks, trimmed; it may be empty. Fails with an AIError.
+    [[nodiscard]] QFuture<QString> askAssistant(const QString &prompt);
     void importOpenRouterKeyFromOnePassword(); ///< apiImportStatus tells how it goes.
 
     // --- Candidates from other programs: inbox/focus_store_inbox.cpp ---------------------------------------

@@ -74,7 +74,7 @@ void AppDelegate::makeMenu()
     m_appMenu.emplace(MenuActions{
         .onShowPanel = [this] { showPanel(); },
         .onShowSettings = {},
-        .onShowAIChat = {},
+        .onShowAIChat = [this] { showAIChat(); },
         .onHidePanel = [this] { hidePanel(); },
         .onUndo = [this] { m_store.undo(); },
         .onRedo = [this] { m_store.redo(); },
@@ -99,7 +99,7 @@ void AppDelegate::makeStatusItem()
                                   StatusBarController::Actions{
                                       .showPanel = [this] { showPanel(); },
                                       .showSettings = {},
-                                      .showAIChat = {},
+                                      .showAIChat = [this] { showAIChat(); },
                                       .hidePanel = [this] { hidePanel(); },
                                       .quit = [] { quit(); },
                                   });
@@ -121,10 +121,20 @@ PanelController &AppDelegate::panelController()
             m_store, *m_platform.clock, *m_platform.panelWindow,
             PanelController::Actions{
                 .showAppMenu = [this](const QPoint &position) { m_appMenu->popup(position); },
+                .openAIChat = [this] { showAIChat(); },
                 .openLink = [](const QUrl &link) { QDesktopServices::openUrl(link); }});
         m_appMenu->addTo(m_panelController->panel());
     }
     return *m_panelController;
+}
+
+AIChatController &AppDelegate::aiChatController()
+{
+    if (!m_aiChatController) {
+        m_aiChatController.emplace(m_store, *m_platform.panelWindow);
+        m_appMenu->addTo(m_aiChatController->panel());
+    }
+    return *m_aiChatController;
 }
 
 void AppDelegate::showPanel()
@@ -154,6 +164,11 @@ void AppDelegate::togglePanel()
 void AppDelegate::hidePanel()
 {
     panelController().hide();
+}
+
+void AppDelegate::showAIChat()
+{
+    aiChatController().show();
 }
 
 void AppDelegate::newTodo()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "ai/ai_chat_controller.h"
 #include "ai/openrouter_task_sorter.h"
 #include "guard/focus_guard_controller.h"
 #include "look/application_look.h"
@@ -41,11 +42,13 @@ private:
     void makeStatusItem();
     void makeFocusGuard();
     [[nodiscard]] PanelController &panelController();
+    [[nodiscard]] AIChatController &aiChatController();
 
     void showPanel();
     void showPanelUnasked();
     void togglePanel();
     void hidePanel();
+    void showAIChat();
     void newTodo();
     /// Does what another start asks for; the text is for that one to print.
     QString answer(Request request);
@@ -59,6 +62,7 @@ private:
     // Made when the launch has finished.
     std::optional<AppMenu> m_appMenu;
     std::optional<PanelController> m_panelController;     ///< Made when first used.
+    std::optional<AIChatController> m_aiChatController;   ///< Made when first used.
     std::vector<std::unique_ptr<GlobalHotKey>> m_hotKeys; ///< Those that the desktop did not refuse.
     std::optional<StatusBarController> m_statusBarController;
     std::optional<FocusGuardController> m_focusGuardController;

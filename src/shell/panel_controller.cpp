@@ -17,9 +17,9 @@ PanelController::PanelController(FocusStore &store, Clock &clock, PanelWindow &a
     : m_store(store)
     , m_ability(ability)
     , m_panel(ability)
-    , m_view(new FocusPanelView(
-          store, clock,
-          {[this] { hide(); }, [this] { m_panel.comeToFront(); }, actions.showAppMenu, actions.openLink}))
+    , m_view(new FocusPanelView(store, clock,
+                                {[this] { hide(); }, [this] { m_panel.comeToFront(); }, actions.showAppMenu,
+                                 actions.openLink, actions.openSettings, actions.openAIChat}))
 {
     m_panel.setContent(m_view);
     m_view->setFocus(); // Not a field: from here the Tab key starts.

@@ -25,11 +25,12 @@ struct ControllerOnFakes
     StoreOnFakes fakes{TaskList{madeTask(QStringLiteral("a"))}};
     FakePanelWindow ability;
     QList<QPoint> menus;
-    PanelController controller{
-        fakes.store,
-        fakes.clock,
-        ability,
-        {.showAppMenu = [this](const QPoint &position) { menus.append(position); }, .openLink = {}}};
+    PanelController controller{fakes.store,
+                               fakes.clock,
+                               ability,
+                               {.showAppMenu = [this](const QPoint &position) { menus.append(position); },
+                                .openAIChat = {},
+                                .openLink = {}}};
 
     [[nodiscard]] FocusPanel &panel() { return controller.panel(); }
     [[nodiscard]] FocusPanelView *view() { return panel().findChild<FocusPanelView *>(); }

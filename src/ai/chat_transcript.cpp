@@ -1,0 +1,273 @@
+// SPDX-License-Identifier: MIT
+#include "ai/chat_transcript.h"
+
+#include "ai/message_bubble.h"
+#include "ai/proposal_card.h"
+#include "look/overlay_scroll_bar.h"
+
+#include <QEvent>
+#include <QKeyEvent>
+#include <QScrollBar>
+
+#include <algorithm>
+
+namespace wrenfold {
+
+namespace {
+
+constexpr double widestShare = 0.78; ///< Of a message, of the transcript's width.
+constexpr int lineStep = 24;         ///< A notch of the wheel is three of these, as a rule.
+
+} // namespace
+
+ChatTranscript::ChatTranscript(QWidget *parent)
+    : QAbstractScrollArea(parent)
+    , m_tops({0})
+    , m_card(new ProposalCard(viewport()))
+{
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFocusPolicy(Qt::TabFocus);
+    viewport()->setAutoFillBackground(false);
+    verticalScrollBar()->setSingleStep(lineStep);
+    m_overlayBar = new OverlayScrollBar(verticalScrollBar(), this);
+    m_card->hide();
+    connect(m_card, &ProposalCard::confirmed, this, [this] { Q_EMIT proposalConfirmed(*m_proposal); });
+    connect(m_card, &ProposalCard::cancelled, this, [this] { Q_EMIT proposalCancelled(*m_proposal); });
+}
+
+void ChatTranscript::setMessages(const QList<AIChatMessage> &messages)
+{
+    if (messages.size() == m_messages.size())
+        return;
+    m_messages = messages;
+    layOut();
+}
+
+void ChatTranscript::setProposal(const std::optional<AIActionProposal> &proposal)
+{
+    if (proposal == m_proposal)
+        return;
+    m_proposal = proposal;
+    if (m_proposal)
+        m_card->setProposal(*m_proposal);
+    m_card->setVisible(m_proposal.has_value());
+    layOut();
+}
+
+void ChatTranscript::scrollToEnd()
+{
+    verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+}
+
+bool ChatTranscript::isAtEnd() const
+{
+    return verticalScrollBar()->value() >= verticalScrollBar()->maximum();
+}
+
+int ChatTranscript::proposalTop() const
+{
+    return m_tops.last();
+}
+
+void ChatTranscript::layOut()
+{
+    const bool wasAtEnd = isAtEnd();
+    for (qsizetype i = m_sizes.size(); i < m_messages.size(); ++i)
+        measure(i);
+    int height = m_tops.last();
+    if (m_proposal) {
+        m_card->resize(viewport()->width(), m_card->heightForWidth(viewport()->width()));
+        height += m_card->height() + Metrics::bubbleSpacing;
+    }
+    verticalScrollBar()->setPageStep(viewport()->height());
+    verticalScrollBar()->setRange(0, std::max(0, height - viewport()->height()));
+    if (wasAtEnd)
+        scrollToEnd();
+    placeBubbles();
+}
+
+void ChatTranscript::measure(qsizetype index)
+{
+    const int widest = static_cast<int>(viewport()->width() * widestShare);
+    m_sizes.append(bubble(index)->sizeFor(widest));
+    m_tops.append(m_tops.last() + m_sizes.last().height() + Metrics::bubbleSpacing);
+}
+
+void ChatTranscript::placeBubbles()
+{
+    const int scroll = verticalScrollBar()->value();
+    const qsizetype first = messageAt(scroll);
+    const qsizetype last = messageAt(scroll + viewport()->height() - 1);
+    const QList<qsizetype> shown = m_shown.keys();
+    for (const qsizetype index : shown) {
+        const MessageBubble *bubble = m_shown.value(index);
+        if (index >= first && index <= last)
+            continue;
+        if (bubble->hasFocus() || bubble->textCursor().hasSelection())
+            placeBubble(index);
+        else
+            retire(index);
+    }
+    for (qsizetype i = first; i <= last; ++i)
+        placeBubble(i);
+    m_card->move(0, proposalTop() - scroll);
+}
+
+void ChatTranscript::placeBubble(qsizetype index)
+{
+    MessageBubble *widget = bubble(index);
+    const QSize &size = m_sizes[index];
+    const bool isUser = m_messages[index].role == AIChatMessage::Role::user;
+    const int left = isUser ? viewport()->width() - size.width() : 0;
+    widget->setGeometry(QRect(QPoint(left, m_tops[index] - verticalScrollBar()->value()), size));
+    widget->show();
+}
+
+MessageBubble *ChatTranscript::bubble(qsizetype index)
+{
+    MessageBubble *&widget = m_shown[index];
+    if (!widget) {
+        widget = m_spare.isEmpty() ? new MessageBubble(viewport()) : m_spare.takeLast();
+        widget->setMessage(m_messages[index]);
+    }
+    return widget;
+}
+
+void ChatTranscript::retire(qsizetype index)
+{
+    MessageBubble *widget = m_shown.take(index);
+    widget->hide();
+    m_spare.append(widget);
+}
+
+qsizetype ChatTranscript::messageAt(int y) const
+{
+    const auto behind = std::upper_bound(m_tops.begin(), m_tops.end(), y);
+    return std::clamp<qsizetype>(behind - m_tops.begin() - 1, 0, m_sizes.size() - 1);
+}
+
+void ChatTranscript::changeEvent(QEvent *event)
+{
+    QAbstractScrollArea::changeEvent(event);
+    if (event->type() == QEvent::FontChange) {
+        m_sizes.clear();
+        m_tops.resize(1);
+        layOut();
+    }
+}
+
+void ChatTranscript::resizeEvent(QResizeEvent *event)
+{
+    QAbstractScrollArea::resizeEvent(event);
+    if (event->oldSize().width() != event->size().width()) {
+        m_sizes.clear();
+        m_tops.resize(1);
+    }
+    layOut();
+}
+
+void ChatTranscript::scrollContentsBy(int, int)
+{
+    placeBubbles();
+}
+
+void ChatTranscript::focusInEvent(QFocusEvent *event)
+{
+    QAbstractScrollArea::focusInEvent(event);
+    if (!m_messages.isEmpty())
+        focusMessage(messageAt(verticalScrollBar()->value() + viewport()->height() - 1), event->reason());
+}
+
+bool ChatTranscript::focusNextPrevChild(bool next)
+{
+    if (focusedIndex() < 0)
+        return QAbstractScrollArea::focusNextPrevChild(next);
+    // Counted from the transcript, as its bubbles stand in the chain in the order in which they happened to be made.
+    const auto step = [next](const QWidget *from) {
+        return next ? from->nextInFocusChain() : from->previousInFocusChain();
+    };
+    for (QWidget *widget = step(this); widget != this; widget = step(widget)) {
+        const bool takesTab = (widget->focusPolicy() & Qt::TabFocus) == Qt::TabFocus && widget->isVisible() &&
+                              widget->isEnabled() && widget->window() == window();
+        if (takesTab) {
+            widget->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+            return true;
+        }
+    }
+    return false;
+}
+
+void ChatTranscript::keyPressEvent(QKeyEvent *event)
+{
+    if ((event->modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier) {
+        event->ignore();
+        return;
+    }
+    QScrollBar *bar = verticalScrollBar();
+    // From the proposal, the way up leads to the last message.
+    const qsizetype focused = focusedIndex();
+    const qsizetype current = focused < 0 ? m_messages.size() : focused;
+    const auto scroll = [&](QAbstractSlider::SliderAction action, int edge) {
+        bar->triggerAction(action);
+        bubble(messageAt(bar->value() + edge))->setFocus(Qt::TabFocusReason);
+    };
+    const int lastLine = viewport()->height() - 1;
+    switch (event->key()) {
+    case Qt::Key_Up:
+        // A message that is longer than what is in sight is read on before the next one comes.
+        if (focused >= 0 && m_tops[focused] < bar->value())
+            bar->triggerAction(QScrollBar::SliderSingleStepSub);
+        else
+            focusMessage(std::max<qsizetype>(current - 1, 0), Qt::TabFocusReason);
+        break;
+    case Qt::Key_Down:
+        if (focused >= 0 && m_tops[focused] + m_sizes[focused].height() > bar->value() + viewport()->height())
+            bar->triggerAction(QScrollBar::SliderSingleStepAdd);
+        else
+            focusMessage(std::min(current + 1, m_messages.size() - 1), Qt::TabFocusReason);
+        break;
+    case Qt::Key_PageUp:
+        scroll(QScrollBar::SliderPageStepSub, 0);
+        break;
+    case Qt::Key_PageDown:
+        scroll(QScrollBar::SliderPageStepAdd, lastLine);
+        break;
+    case Qt::Key_Home:
+        scroll(QScrollBar::SliderToMinimum, 0);
+        break;
+    case Qt::Key_End:
+        scroll(QScrollBar::SliderToMaximum, lastLine);
+        break;
+    default:
+        event->ignore();
+    }
+}
+
+qsizetype ChatTranscript::focusedIndex() const
+{
+    for (auto it = m_shown.begin(); it != m_shown.end(); ++it) {
+        if (it.value()->hasFocus())
+            return it.key();
+    }
+    return -1;
+}
+
+void ChatTranscript::focusMessage(qsizetype index, Qt::FocusReason reason)
+{
+    placeBubble(index);
+    bubble(index)->setFocus(reason);
+    scrollTo(m_tops[index], m_tops[index] + m_sizes[index].height());
+}
+
+void ChatTranscript::scrollTo(int top, int bottom)
+{
+    QScrollBar *bar = verticalScrollBar();
+    if (bottom > bar->value() + viewport()->height())
+        bar->setValue(std::min(top, bottom - viewport()->height()));
+    if (top < bar->value())
+        bar->setValue(std::max(top, bottom - viewport()->height()));
+}
+
+} // namespace wrenfold

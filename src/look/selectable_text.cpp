@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: MIT
+#include "look/selectable_text.h"
+
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <QTextDocumentFragment>
+#include <QTextFrame>
+
+#include <cmath>
+
+namespace wrenfold {
+
+SelectableText::SelectableText(QWidget *parent)
+    : QTextEdit(parent)
+{
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    // Not by keyboard: that shows a caret, which blinks.
+    setTextInteractionFlags(Qt::TextSelectableByMouse);
+    setFocusPolicy(Qt::ClickFocus);
+    setFont(Fonts::body());
+    viewport()->setAutoFillBackground(false);
+    document()->setUndoRedoEnabled(false);
+    document()->setDocumentMargin(0);
+    applyTheme();
+}
+
+void SelectableText::setText(const QString &text)
+{
+    m_text = text;
+    setPlainText(text);
+    applyPadding();
+    setAccessibleName(text);
+}
+
+void SelectableText::setPadding(const QMargins &padding)
+{
+    m_padding = padding;
+    applyPadding();
+}
+
+void SelectableText::applyPadding()
+{
+    QTextFrameFormat format = document()->rootFrame()->frameFormat();
+    format.setLeftMargin(m_padding.left());
+    format.setTopMargin(m_padding.top());
+    format.setRightMargin(m_padding.right());
+    format.setBottomMargin(m_padding.bottom());
+    document()->rootFrame()->setFrameFormat(format);
+}
+
+void SelectableText::setColors(Theme::Color ink, Theme::Color selection, Theme::Color selectedInk)
+{
+    m_ink = ink;
+    m_selection = selection;
+    m_selectedInk = selectedInk;
+    applyTheme();
+}
+
+void SelectableText::applyTheme()
+{
+    const Theme &theme = Theme::current();
+    QPalette colors = palette();
+    colors.setColor(QPalette::Text, theme.*m_ink);
+    colors.setColor(QPalette::Highlight, theme.*m_selection);
+    colors.setColor(QPalette::HighlightedText, theme.*m_selectedInk);
+    if (colors != palette())
+        setPalette(colors);
+}
+
+QSize SelectableText::sizeFor(int width)
+{
+    document()->setTextWidth(width);
+    const int needed = std::min(width, static_cast<int>(std::ceil(document()->idealWidth())));
+    return {needed, static_cast<int>(std::ceil(document()->size().height()))};
+}
+
+void SelectableText::copyText()
+{
+    if (textCursor().hasSelection())
+        copy();
+    else
+        QGuiApplication::clipboard()->setText(m_text);
+}
+
+bool SelectableText::event(QEvent *event)
+{
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::Polish)
+        applyTheme();
+    return QTextEdit::event(event);
+}
+
+void SelectableText::contextMenuEvent(QContextMenuEvent *event)
+{
+    // Qt's own speaks the toolkit's language.
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addAction(QStringLiteral("コピー"), this, &SelectableText::copyText);
+    menu->addAction(QStringLiteral("すべて選択"), this, &SelectableText::selectAll);
+    menu->popup(event->reason() == QContextMenuEvent::Keyboard ? mapToGlobal(rect().center())
+                                                               : event->globalPos());
+}
+
+QMimeData *SelectableText::createMimeDataFromSelection() const
+{
+    // No fonts and colours of ours in what is pasted.
+    auto *plain = new QMimeData;
+    plain->setText(textCursor().selection().toPlainText());
+    return plain;
+}
+
+void SelectableText::focusInEvent(QFocusEvent *event)
+{
+    m_keyboardFocus.arrived(event->reason());
+    QTextEdit::focusInEvent(event);
+    viewport()->update();
+}
+
+void SelectableText::keyPressEvent(QKeyEvent *event)
+{
+    if (event->matches(QKeySequence::Copy))
+        copyText();
+    else if (event->matches(QKeySequence::SelectAll))
+        selectAll();
+    else
+        event->ignore(); // The rest is for what lies around.
+}
+
+void SelectableText::wheelEvent(QWheelEvent *event)
+{
+    event->ignore();
+}
+
+} // namespace wrenfold
