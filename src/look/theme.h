@@ -101,6 +101,7 @@ inline constexpr int listMargin = 6, sectionHeaderHeight = 24, sectionHeaderSpac
 inline constexpr int rowHeight = 32, rowRadius = 8, rowSpacing = 6, rowLeftPadding = 6, rowRightPadding = 4;
 inline constexpr int subtaskRowHeight = 28, twoLineRowHeight = 40, subtaskIndent = 30, rowLeadWidth = 16;
 inline constexpr int statusHeight = 26, statusSpacing = 8;
+inline constexpr int applicationIconSize = 24, chooserWidth = 420, chooserHeight = 480;
 
 inline constexpr int boardPadding = 12, boardTitleHeight = 26, boardAxisWidth = 32, boardGap = 7;
 inline constexpr int cellRadius = 10, cellPadding = 8, cellSpacing = 5, chipRadius = 7, chipPadding = 7;

@@ -120,6 +120,7 @@ std::optional<DesktopEntry> DesktopEntry::parse(const QByteArray &bytes, const Q
     entry.program = programOf(values.value(QStringLiteral("Exec")));
     entry.isDisplayed = values.value(QStringLiteral("NoDisplay")) != QLatin1String("true") &&
                         values.value(QStringLiteral("Hidden")) != QLatin1String("true");
+    entry.icon = localizedValue(values, QStringLiteral("Icon"), locale);
     return entry;
 }
 
@@ -240,6 +241,7 @@ std::optional<DesktopEntry> readDesktopEntry(const QString &path)
         }
     }
     entry->id = withoutSuffix(name);
+    entry->path = path;
     return entry;
 }
 

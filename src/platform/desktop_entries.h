@@ -16,9 +16,11 @@ struct DesktopEntry
     QString startupWMClass;  ///< What its windows call themselves; empty if it does not say.
     QString program;         ///< The file name of what it runs; empty if it does not say.
     bool isDisplayed = true; ///< False for what menus leave out.
+    QString icon; ///< A name in the icon theme or an absolute path, unchecked; empty if it does not say.
+    QString path; ///< Where the file lies.
 
-    /// Reads the group "Desktop Entry" of such a file; the id stays empty. `locale` is like "ja_JP". Nothing for what
-    /// is not the entry of an application, or has no name.
+    /// Reads the group "Desktop Entry" of such a file; id and path stay empty. `locale` is like "ja_JP". Nothing for
+    /// what is not the entry of an application, or has no name.
     [[nodiscard]] static std::optional<DesktopEntry> parse(const QByteArray &bytes, const QString &locale);
 
     friend bool operator==(const DesktopEntry &, const DesktopEntry &) = default;
@@ -68,7 +70,7 @@ private:
 /// The words of an entry's Exec value. Quotes hold a word together; codes such as %f stay as they are.
 [[nodiscard]] QStringList commandWords(const QString &command);
 
-/// The entry in a .desktop file, with the id that it has by its place below an applications folder, else by its file's
+/// The entry in a .desktop file, with its path and the id that it has by its place below an applications folder, else by its file's
 /// name. Nothing if the file is none or cannot be read.
 [[nodiscard]] std::optional<DesktopEntry> readDesktopEntry(const QString &path);
 

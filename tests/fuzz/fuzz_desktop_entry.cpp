@@ -40,9 +40,10 @@ QByteArray fileNamed(QString name)
 
 void requireEntry(const DesktopEntry &entry)
 {
-    require(entry.id.isEmpty(), "an id that the file cannot know");
+    require(entry.id.isEmpty() && entry.path.isEmpty(), "an id or a path that the file cannot know");
     require(!entry.name.isEmpty(), "an entry without a name");
     require(entry.name == entry.name.trimmed(), "a name that is not trimmed");
+    require(entry.icon == entry.icon.trimmed(), "an icon that is not trimmed");
     require(!entry.program.contains(u'/') && !entry.program.contains(u'='), "a program that is no file name");
     const std::optional<DesktopEntry> again = DesktopEntry::parse(fileNamed(entry.name), {});
     require(again && again->name == entry.name, "a name that is read as another");
@@ -108,16 +109,23 @@ WindowIdentity windowOf(const QString &text, int first)
 
 DesktopEntries installed(const DesktopEntry &read)
 {
-    const QString name = QStringLiteral("Name");
-    return DesktopEntries({
-        {QStringLiteral("org.example.Editor"), name, QStringLiteral("Editor"), QStringLiteral("editor"),
-         true},
-        {QStringLiteral("editor"), name, {}, QStringLiteral("editor"), false},
-        {QStringLiteral("runner"), name, {}, QStringLiteral("python3"), true},
-        {QStringLiteral("org.example.Read"), read.name, read.startupWMClass, read.program, read.isDisplayed},
-        {QString(read.name).replace(u'/', u'-'), read.name, read.startupWMClass, read.program,
-         !read.isDisplayed},
-    });
+    const auto entry = [](const char *id, const char *windowClass, const char *program, bool isDisplayed) {
+        DesktopEntry made;
+        made.id = QLatin1String(id);
+        made.name = QStringLiteral("Name");
+        made.startupWMClass = QLatin1String(windowClass);
+        made.program = QLatin1String(program);
+        made.isDisplayed = isDisplayed;
+        return made;
+    };
+    DesktopEntry shown = read;
+    shown.id = QStringLiteral("org.example.Read");
+    DesktopEntry other = read;
+    other.id = QString(read.name).replace(u'/', u'-');
+    other.isDisplayed = !read.isDisplayed;
+    return DesktopEntries({entry("org.example.Editor", "Editor", "editor", true),
+                           entry("editor", "", "editor", false), entry("runner", "", "python3", true), shown,
+                           other});
 }
 
 } // namespace
