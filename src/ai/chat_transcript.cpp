@@ -91,7 +91,7 @@ void ChatTranscript::layOut()
 void ChatTranscript::measure(qsizetype index)
 {
     const int widest = static_cast<int>(viewport()->width() * widestShare);
-    m_sizes.append(bubble(index)->sizeFor(widest));
+    m_sizes.append(bubble(index)->fittedTo(widest));
     m_tops.append(m_tops.last() + m_sizes.last().height() + Metrics::bubbleSpacing);
 }
 
@@ -131,6 +131,8 @@ MessageBubble *ChatTranscript::bubble(qsizetype index)
     if (!widget) {
         widget = m_spare.isEmpty() ? new MessageBubble(viewport()) : m_spare.takeLast();
         widget->setMessage(m_messages[index]);
+        if (index < m_sizes.size())
+            widget->setLineWrapColumnOrWidth(m_sizes[index].width());
     }
     return widget;
 }

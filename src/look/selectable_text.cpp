@@ -21,6 +21,8 @@ SelectableText::SelectableText(QWidget *parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    // Not at the widget's edge: it is measured before it gets its size.
+    setLineWrapMode(FixedPixelWidth);
     // Not by keyboard: that shows a caret, which blinks.
     setTextInteractionFlags(Qt::TextSelectableByMouse);
     setFocusPolicy(Qt::ClickFocus);
@@ -74,10 +76,12 @@ void SelectableText::applyTheme()
         setPalette(colors);
 }
 
-QSize SelectableText::sizeFor(int width)
+QSize SelectableText::fittedTo(int width)
 {
-    document()->setTextWidth(width);
+    setLineWrapColumnOrWidth(width);
     const int needed = std::min(width, static_cast<int>(std::ceil(document()->idealWidth())));
+    // Lines that begin on the right have to end where the widget does.
+    setLineWrapColumnOrWidth(needed);
     return {needed, static_cast<int>(std::ceil(document()->size().height()))};
 }
 

@@ -10,7 +10,7 @@ namespace wrenfold {
 
 /// A text of any length, shown exactly as it is, broken into lines where it has to be. It can be selected with the
 /// pointer and copied, by its menu or by keyboard: without a selection all of it. The whole text is the accessible name.
-/// It never scrolls by itself: give it the size that sizeFor() asks for.
+/// It never scrolls by itself: give it the size of fittedTo().
 class SelectableText : public QTextEdit
 {
     Q_OBJECT
@@ -26,8 +26,8 @@ public:
     /// The text's, and a selection's surface and text. Ink on nothing, and the accent's, at first.
     void setColors(Theme::Color ink, Theme::Color selection, Theme::Color selectedInk);
 
-    /// What the text takes when it is at most `width` pixels wide.
-    [[nodiscard]] QSize sizeFor(int width);
+    /// Breaks the text into lines of at most `width` pixels; the size that it then has to be given.
+    [[nodiscard]] QSize fittedTo(int width);
 
     void copyText(); ///< Of the selection, or all of it.
 

@@ -120,9 +120,10 @@ class Session:
 
     def geometry(self, window):
         """x, y, width and height of a window on the screen."""
-        answer = self.tool("xdotool", "getwindowgeometry", "--shell", window)
-        values = dict(line.split("=") for line in answer.splitlines())
-        return tuple(int(values[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
+        # Not by xdotool, which counts a window manager's frame twice.
+        answer = self.tool("xwininfo", "-id", window)
+        return tuple(int(re.search(rf"{name}: +(-?\d+)", answer)[1])
+                     for name in ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height"))
 
     def picture(self, name, window=None):
         """Saves a picture of the window (or of the screen) as it is seen, and returns its path."""
