@@ -74,8 +74,12 @@ int ChatTranscript::proposalTop() const
 void ChatTranscript::layOut()
 {
     const bool wasAtEnd = isAtEnd();
-    for (qsizetype i = m_sizes.size(); i < m_messages.size(); ++i)
+    for (qsizetype i = m_sizes.size(); i < m_messages.size(); ++i) {
         measure(i);
+        // The newest will be in sight, as a rule, and is laid out only once.
+        if (i + 1 < m_messages.size() && !isHeld(i))
+            retire(i);
+    }
     int height = m_tops.last();
     if (m_proposal) {
         m_card->resize(viewport()->width(), m_card->heightForWidth(viewport()->width()));
@@ -98,21 +102,22 @@ void ChatTranscript::measure(qsizetype index)
 void ChatTranscript::placeBubbles()
 {
     const int scroll = verticalScrollBar()->value();
+    m_card->move(0, proposalTop() - scroll);
+    if (m_sizes.isEmpty())
+        return;
     const qsizetype first = messageAt(scroll);
     const qsizetype last = messageAt(scroll + viewport()->height() - 1);
     const QList<qsizetype> shown = m_shown.keys();
     for (const qsizetype index : shown) {
-        const MessageBubble *bubble = m_shown.value(index);
         if (index >= first && index <= last)
             continue;
-        if (bubble->hasFocus() || bubble->textCursor().hasSelection())
+        if (isHeld(index))
             placeBubble(index);
         else
             retire(index);
     }
     for (qsizetype i = first; i <= last; ++i)
         placeBubble(i);
-    m_card->move(0, proposalTop() - scroll);
 }
 
 void ChatTranscript::placeBubble(qsizetype index)
@@ -135,6 +140,12 @@ MessageBubble *ChatTranscript::bubble(qsizetype index)
             widget->setLineWrapColumnOrWidth(m_sizes[index].width());
     }
     return widget;
+}
+
+bool ChatTranscript::isHeld(qsizetype index) const
+{
+    const MessageBubble *widget = m_shown.value(index);
+    return widget->hasFocus() || widget->textCursor().hasSelection();
 }
 
 void ChatTranscript::retire(qsizetype index)
@@ -203,7 +214,7 @@ bool ChatTranscript::focusNextPrevChild(bool next)
 
 void ChatTranscript::keyPressEvent(QKeyEvent *event)
 {
-    if ((event->modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier) {
+    if ((event->modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier || m_messages.isEmpty()) {
         event->ignore();
         return;
     }

@@ -51,6 +51,7 @@ private:
     void placeBubbles();
     void placeBubble(qsizetype index);
     MessageBubble *bubble(qsizetype index);
+    [[nodiscard]] bool isHeld(qsizetype index) const; ///< Keeps its widget out of sight too.
     void retire(qsizetype index);
 
     [[nodiscard]] bool isAtEnd() const;
