@@ -79,7 +79,11 @@ void SelectableText::applyTheme()
 QSize SelectableText::fittedTo(int width)
 {
     setLineWrapColumnOrWidth(width);
-    const int needed = std::min(width, static_cast<int>(std::ceil(document()->idealWidth())));
+    // A long text fills the width anyway, and takes long to be broken a second time.
+    constexpr int longText = 1000;
+    const int needed = m_text.size() > longText
+                           ? width
+                           : std::min(width, static_cast<int>(std::ceil(document()->idealWidth())));
     // Lines that begin on the right have to end where the widget does.
     setLineWrapColumnOrWidth(needed);
     return {needed, static_cast<int>(std::ceil(document()->size().height()))};
