@@ -105,21 +105,24 @@ void ApplicationChooser::makeList()
 
 void ApplicationChooser::makeLayout()
 {
-    auto *buttons = new QDialogButtonBox(this);
-    const auto *browse =
-        buttons->addButton(QStringLiteral("ファイルを選ぶ..."), QDialogButtonBox::ActionRole);
+    auto *browse = new QPushButton(QStringLiteral("ファイルを選ぶ..."), this);
     connect(browse, &QPushButton::clicked, this, &ApplicationChooser::browse);
+    auto *buttons = new QDialogButtonBox(this);
     buttons->addButton(QStringLiteral("キャンセル"), QDialogButtonBox::RejectRole);
     connect(buttons, &QDialogButtonBox::rejected, this, &ApplicationChooser::reject);
     m_add = buttons->addButton(QStringLiteral("追加"), QDialogButtonBox::AcceptRole);
     m_add->setDefault(true);
     connect(buttons, &QDialogButtonBox::accepted, this, &ApplicationChooser::add);
+    m_count->setFont(Fonts::small());
 
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_search);
     layout->addWidget(m_view);
     layout->addWidget(m_count);
-    layout->addWidget(buttons);
+    auto *bottom = new QHBoxLayout;
+    bottom->addWidget(browse);
+    bottom->addWidget(buttons, 1);
+    layout->addLayout(bottom);
 }
 
 void ApplicationChooser::load()
