@@ -127,9 +127,7 @@ void ApplicationChooser::makeLayout()
 
 void ApplicationChooser::load()
 {
-    m_isFiltering = true;
     m_list->setEntries(m_applications.entries().entries());
-    m_isFiltering = false;
     QSet<QString> chosen;
     for (int row = 0; row < m_list->rowCount(); ++row) {
         const QString path = m_list->index(row).data(ApplicationList::PathRole).toString();
@@ -152,6 +150,8 @@ void ApplicationChooser::filter(const QString &text)
             selection.select(index, index);
     }
     m_view->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    m_view->selectionModel()->clearCurrentIndex(); // The keys begin at the top of what is found.
+    m_view->scrollToTop();
     m_isFiltering = false;
     showState();
 }
@@ -196,7 +196,13 @@ void ApplicationChooser::browse()
     dialog->setFileMode(QFileDialog::ExistingFiles);
     // An application is known by where its entry lies, not by where a link leads.
     dialog->setOption(QFileDialog::DontResolveSymlinks);
-    connect(dialog, &QFileDialog::urlsSelected, this, &ApplicationChooser::finish);
+    // Qt's own dialog does not send urlsSelected().
+    connect(dialog, &QFileDialog::accepted, this, [this, dialog] {
+        QList<QUrl> files = dialog->selectedUrls();
+        // Typed, a name gets past the filter.
+        files.removeIf([](const QUrl &file) { return !file.path().endsWith(QLatin1String(".desktop")); });
+        finish(files);
+    });
     dialog->open();
 }
 

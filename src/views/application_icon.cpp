@@ -5,7 +5,6 @@
 #include "platform/regular_file.h"
 
 #include <QBuffer>
-#include <QFileInfo>
 #include <QImageReader>
 #include <QPainter>
 #include <QSvgRenderer>
@@ -18,11 +17,6 @@ constexpr qint64 largestFile = 1 << 20;
 constexpr int largestSide = 1024; ///< Of what is in a file, in pixels: 4 MiB once it is unpacked.
 constexpr int side = 64;          ///< Of what is kept, in pixels: enough for 32 at a scale of 2.
 
-QSize fitted(const QSize &size)
-{
-    return size.width() > side || size.height() > side ? size.scaled(side, side, Qt::KeepAspectRatio) : size;
-}
-
 QImage rasterImage(QByteArray &bytes, const char *format)
 {
     QBuffer buffer(&bytes);
@@ -30,17 +24,25 @@ QImage rasterImage(QByteArray &bytes, const char *format)
     const QSize size = reader.size();
     if (size.isEmpty() || size.width() > largestSide || size.height() > largestSide)
         return {};
-    reader.setScaledSize(fitted(size).expandedTo({1, 1}));
-    return reader.read();
+    const QImage image = reader.read().convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    return size.width() > side || size.height() > side
+               ? image.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation)
+               : image;
 }
 
-/// Whether a drawing can be read on its own. One that shows other files would have them opened, whatever they are.
-bool isSelfContained(const QByteArray &bytes)
+/// Whether a drawing opens no other file, whatever that is, and does not multiply what it holds beyond measure.
+bool isHarmless(const QByteArray &bytes)
 {
+    constexpr int mostReferences = 16; // Each may draw what holds several others.
+    int references = 0;
     QXmlStreamReader xml(bytes);
     while (!xml.atEnd()) {
         xml.readNext();
-        if (xml.isStartElement() && xml.name() == QLatin1String("image"))
+        if (!xml.isStartElement())
+            continue;
+        if (xml.name() == QLatin1String("use"))
+            ++references;
+        if (xml.name() == QLatin1String("image") || references > mostReferences)
             return false;
     }
     return !xml.hasError();
@@ -50,7 +52,7 @@ QImage vectorImage(const QByteArray &bytes)
 {
     // Text only: a packed drawing could be a thousand times its file.
     QSvgRenderer renderer;
-    if (!isSelfContained(bytes) || !renderer.load(bytes))
+    if (!isHarmless(bytes) || !renderer.load(bytes))
         return {};
     renderer.setAspectRatioMode(Qt::KeepAspectRatio);
     QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
@@ -80,7 +82,13 @@ QIcon iconFromTheme(QString name)
             name.chop(suffix.size());
     }
     // A name with folders in it would lead out of the theme.
-    return name.isEmpty() || name.contains(u'/') ? QIcon() : QIcon::fromTheme(name);
+    if (name.isEmpty() || name.contains(u'/'))
+        return {};
+    // Every search ends there, but Qt's does not when the desktop's theme is not installed.
+    const QString lastResort = QStringLiteral("hicolor");
+    if (QIcon::fallbackThemeName() != lastResort)
+        QIcon::setFallbackThemeName(lastResort);
+    return QIcon::fromTheme(name);
 }
 
 } // namespace
@@ -90,7 +98,7 @@ QIcon applicationIcon(const QString &path)
     const std::optional<DesktopEntry> entry = readDesktopEntry(path);
     if (!entry)
         return {};
-    return QFileInfo(entry->icon).isAbsolute() ? iconFromFile(entry->icon) : iconFromTheme(entry->icon);
+    return entry->icon.startsWith(u'/') ? iconFromFile(entry->icon) : iconFromTheme(entry->icon);
 }
 
 } // namespace wrenfold

@@ -7,7 +7,6 @@
 #include "views/application_icon.h"
 
 #include <QCollator>
-#include <QPainter>
 
 #include <algorithm>
 
@@ -15,7 +14,9 @@ namespace wrenfold {
 namespace {
 
 constexpr int keptIcons = 256;
-constexpr int rowsInSight = 64; ///< No window of ours shows more of them at once.
+// No window of ours shows more at once.
+constexpr int rowsInSight = 64;
+constexpr int lettersInSight = 512;
 
 } // namespace
 
@@ -108,22 +109,25 @@ void ApplicationList::readIcon()
     Q_EMIT dataChanged(index(row), index(row), {Qt::DecorationRole});
 }
 
-QSize ApplicationDelegate::sizeHint(const QStyleOptionViewItem &, const QModelIndex &) const
+QSize ApplicationDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &) const
 {
     // No width of its own: a long name would make every row as wide, and be cut off instead of elided.
-    return {0, Metrics::rowHeight};
+    return {0, std::max(Metrics::rowHeight, option.fontMetrics.height() + Metrics::rowSpacing)};
 }
 
 void ApplicationDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
 {
     QStyledItemDelegate::initStyleOption(option, index);
-    option->text = isolated(oneLine(option->text));
+    option->text = isolated(oneLine(index.data().toString().left(lettersInSight)));
     option->features |= QStyleOptionViewItem::HasDecoration;
     const QVariant icon = index.data(Qt::DecorationRole);
-    // Read, but nothing that can be shown.
-    if (icon.isValid() && option->icon.isNull())
-        option->icon = Symbols::pixmap(QStringLiteral("app"), Theme::current().secondaryInk,
-                                       Metrics::applicationIconSize, option->widget->devicePixelRatio());
+    if (icon.isValid() && option->icon.isNull()) { // Read, but nothing that can be shown.
+        const QColor ink = option->state & QStyle::State_Selected
+                               ? option->palette.color(QPalette::HighlightedText)
+                               : Theme::current().secondaryInk;
+        option->icon = Symbols::pixmap(QStringLiteral("app"), ink, Metrics::applicationIconSize,
+                                       option->widget->devicePixelRatio());
+    }
     option->decorationSize = {Metrics::applicationIconSize, Metrics::applicationIconSize};
 }
 

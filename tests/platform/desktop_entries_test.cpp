@@ -95,6 +95,20 @@ private Q_SLOTS:
         QVERIFY(!DesktopEntry::parse({}, {}));
     }
 
+    void anEntrySaysWhereItLiesAndWhichIconItNames()
+    {
+        put(QStringLiteral("vendor/chat.desktop"), "Name=Chat\nIcon=chat\nIcon[ja]= /opt/ja.png \n");
+        const QString path = dataHome() + QStringLiteral("/applications/vendor/chat.desktop");
+        qputenv("LC_ALL", "C.UTF-8");
+        QCOMPARE(readDesktopEntry(path)->path, path);
+        QCOMPARE(readDesktopEntry(path)->icon, QStringLiteral("chat"));
+        qputenv("LC_ALL", "ja_JP.UTF-8");
+        QCOMPARE(readDesktopEntry(path)->icon, QStringLiteral("/opt/ja.png"));
+        qputenv("LC_ALL", "C.UTF-8");
+        QCOMPARE(parsed("Name=a\n")->icon, QString());
+        QCOMPARE(parsed("Name=a\n")->path, QString());
+    }
+
     void theProgramIsTheFirstWordOfTheCommandThatIsOne_data()
     {
         QTest::addColumn<QByteArray>("exec");
