@@ -29,20 +29,21 @@ private Q_SLOTS:
         constexpr PanelLevel floating = PanelLevel::Floating;
         constexpr PanelLevel high = PanelLevel::AboveFullScreen;
         const PanelSurroundings alone;
-        const PanelSurroundings editorInFront{false, editor, {}, {}};
-        const PanelSurroundings videoBelow{false, video, {video}, {}};
-        const PanelSurroundings videoAbove{false, video, {video}, {video}};
-        const PanelSurroundings editorOverVideo{false, editor, {video}, {}};
-        const PanelSurroundings betweenTwoWindows{false, 0, {video}, {}};
-        const PanelSurroundings typing{true, 0, {video}, {}};
-        const PanelSurroundings typingAlone{true, 0, {}, {}};
+        const PanelSurroundings editorInFront{false, false, editor, {}, {}};
+        const PanelSurroundings videoBelow{false, false, video, {video}, {}};
+        const PanelSurroundings videoAbove{false, false, video, {video}, {video}};
+        const PanelSurroundings editorOverVideo{false, false, editor, {video}, {}};
+        const PanelSurroundings betweenTwoWindows{false, false, 0, {video}, {}};
+        const PanelSurroundings typing{true, true, 0, {video}, {}};
+        const PanelSurroundings typingAlone{true, true, 0, {}, {}};
+        const PanelSurroundings typingBeside{true, false, 0, {video}, {}};
 
         QTest::newRow("nothing there") << above << high << alone << above;
         QTest::newRow("ordinary windows") << above << high << editorInFront << above;
         QTest::newRow("pinned, kept above by the window manager") << above << high << videoBelow << above;
         QTest::newRow("pinned and covered") << above << high << videoAbove << unmanaged(video);
         QTest::newRow("pinned and covered while its last typing ends")
-            << above << high << PanelSurroundings{true, video, {video}, {video}} << above;
+            << above << high << PanelSurroundings{true, true, video, {video}, {video}} << above;
         QTest::newRow("it stays out while covered")
             << unmanaged(video) << high << videoBelow << unmanaged(video);
         QTest::newRow("between two windows")
@@ -52,11 +53,14 @@ private Q_SLOTS:
             << unmanaged(video) << high << typingAlone << unmanaged(video);
         QTest::newRow("typing, though it is unpinned meanwhile")
             << unmanaged(video) << floating << typing << unmanaged(video);
+        QTest::newRow("typing in another window of ours")
+            << unmanaged(video) << high << typingBeside << above;
         QTest::newRow("nothing covers it any more") << unmanaged(video) << high << alone << above;
         QTest::newRow("another window is in front: try")
             << unmanaged(video) << high << editorOverVideo << above;
         QTest::newRow("tried in vain")
-            << above << high << PanelSurroundings{false, editor, {video}, {video}} << unmanaged(editor);
+            << above << high << PanelSurroundings{false, false, editor, {video}, {video}}
+            << unmanaged(editor);
         QTest::newRow("after that it is not tried again")
             << unmanaged(editor) << high << editorOverVideo << unmanaged(editor);
         QTest::newRow("unpinned while covered") << unmanaged(video) << floating << videoBelow << ordinary;

@@ -11,8 +11,11 @@ using Kind = PanelStanding::Kind;
 bool staysUnmanaged(const PanelStanding &current, PanelLevel level, const PanelSurroundings &surroundings)
 {
     // Going back hides the window for a moment, which would take the keyboard from who is typing in it.
-    if (surroundings.isFocusOurs)
+    if (surroundings.isFocusHere)
         return true;
+    // Unmanaged, it would lie above another window of ours too.
+    if (surroundings.isFocusOurs)
+        return false;
     // How the panel would lie if it was managed cannot be seen from here; when another window gets active it is tried.
     const bool isSameActive = surroundings.active == 0 || surroundings.active == current.activeAtLeave;
     return level == PanelLevel::AboveFullScreen && isSameActive && !surroundings.fullScreen.empty();

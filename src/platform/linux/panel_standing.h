@@ -27,6 +27,7 @@ struct PanelStanding
 struct PanelSurroundings
 {
     bool isFocusOurs = false; ///< Whether a window of ours has the keyboard.
+    bool isFocusHere = false; ///< Whether it is the panel.
     uint32_t active = 0;      ///< The window that the window manager calls active; zero where there is none.
     std::vector<uint32_t> fullScreen; ///< The full-screen windows in sight that reach over the panel's place.
     std::vector<uint32_t>

@@ -4,22 +4,15 @@
 #include <QEvent>
 #include <QGuiApplication>
 
-#include <algorithm>
 #include <utility>
 
 namespace wrenfold {
-namespace {
-
-constexpr uint32_t everyDesktop = 0xFFFFFFFF;
-
-} // namespace
 
 X11PanelWindow::X11PanelWindow()
-    : m_atoms(m_connection.atoms({"_NET_SUPPORTED", "_NET_WM_DESKTOP", "_NET_WM_STATE", "_NET_WM_STATE_ABOVE",
-                                  "_NET_WM_STATE_STICKY", "_NET_WM_STATE_SKIP_TASKBAR",
-                                  "_NET_WM_STATE_SKIP_PAGER", "WM_STATE", "_NET_WM_USER_TIME",
-                                  "_NET_WM_USER_TIME_WINDOW", "_NET_ACTIVE_WINDOW"}))
+    : m_atoms(m_connection.atoms({"WM_STATE", "_NET_WM_USER_TIME", "_NET_WM_USER_TIME_WINDOW"}))
+    , m_wishes(m_connection)
     , m_surroundings(m_connection)
+    , m_companions(m_surroundings, m_wishes)
     , m_compositor(m_connection)
 {
     constexpr auto settled = std::chrono::milliseconds(250);
@@ -32,13 +25,17 @@ X11PanelWindow::X11PanelWindow()
     prepare(m_settled, settled, [this] {
         if (isInSight())
             sendWishes();
+        m_isRaisingDue = true;
         judge();
     });
     prepare(m_judgement, std::chrono::milliseconds(0), &X11PanelWindow::judge);
     prepare(m_farewell, patience, &X11PanelWindow::showUnmanaged);
     m_connection.listenToRootProperties();
     qGuiApp->installNativeEventFilter(this);
-    connect(qGuiApp, &QGuiApplication::focusWindowChanged, &m_judgement, qOverload<>(&QTimer::start));
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this] {
+        m_isRaisingDue = true;
+        m_judgement.start();
+    });
 }
 
 X11PanelWindow::~X11PanelWindow()
@@ -48,9 +45,9 @@ X11PanelWindow::~X11PanelWindow()
 
 Availability X11PanelWindow::availability() const
 {
-    if (!hasManager())
+    if (!m_wishes.hasManager())
         return {Availability::Level::Limited, QStringLiteral("No window manager is running.")};
-    if (!isSupported(Above))
+    if (!m_wishes.isAboveSupported())
         return {Availability::Level::Limited,
                 QStringLiteral("The window manager does not keep windows above others.")};
     return {};
@@ -58,9 +55,9 @@ Availability X11PanelWindow::availability() const
 
 Availability X11PanelWindow::workspacesAvailability() const
 {
-    if (!hasManager())
+    if (!m_wishes.hasManager())
         return availability();
-    if (!isSupported(Desktop))
+    if (!m_wishes.isEveryWorkspaceSupported())
         return {Availability::Level::Limited,
                 QStringLiteral("The window manager does not put windows on every workspace.")};
     return {};
@@ -85,66 +82,33 @@ void X11PanelWindow::pin(QWindow &window, PanelLevel level)
         window.setFlag(Qt::BypassWindowManagerHint, false);
         m_settled.start();
     }
+    m_wishes.leaveGroup(window);
     sendWishes();
     m_judgement.start();
 }
 
 void X11PanelWindow::bringBack(QWindow &window)
 {
-    // As a task bar does it: the window manager may refuse a program that asks for itself, and Qt asks nothing for a
-    // window that is not in sight.
-    constexpr uint32_t fromPager = 2;
-    m_connection.sendToWindowManager(static_cast<xcb_window_t>(window.winId()), m_atoms[ActiveWindow],
-                                     {fromPager, XCB_CURRENT_TIME});
-    xcb_flush(m_connection);
+    m_wishes.bringToFront(window);
 }
 
 void X11PanelWindow::accompany(QWindow &window, CompanionKind kind)
 {
-    window.setFlag(Qt::WindowStaysOnTopHint, kind == CompanionKind::Floating);
+    m_companions.add(window, kind);
 }
 
 void X11PanelWindow::sendWishes()
 {
-    if (m_standing.kind == PanelStanding::Kind::Unmanaged)
-        return;
-    if (!hasManager()) {
-        writeWishes();
-        return;
-    }
-    constexpr uint32_t remove = 0;
-    constexpr uint32_t add = 1;
-    constexpr uint32_t fromApplication = 1;
-    const uint32_t above = m_standing.kind == PanelStanding::Kind::Above ? add : remove;
-    m_connection.sendToWindowManager(id(), m_atoms[Desktop], {everyDesktop, fromApplication});
-    m_connection.sendToWindowManager(id(), m_atoms[State], {above, m_atoms[Above], 0, fromApplication});
-    m_connection.sendToWindowManager(id(), m_atoms[State], {add, m_atoms[Sticky], 0, fromApplication});
-    m_connection.sendToWindowManager(id(), m_atoms[State],
-                                     {add, m_atoms[SkipTaskbar], m_atoms[SkipPager], fromApplication});
-    // Full-screen windows have a layer of their own with some window managers only.
-    if (m_standing.kind == PanelStanding::Kind::Ordinary)
-        m_window->lower();
-    xcb_flush(m_connection);
-}
-
-/// For a window manager that takes the window in later: it reads the wishes from the window.
-void X11PanelWindow::writeWishes()
-{
-    std::vector<xcb_atom_t> states = {m_atoms[Sticky], m_atoms[SkipTaskbar], m_atoms[SkipPager]};
-    if (m_standing.kind == PanelStanding::Kind::Above)
-        states.push_back(m_atoms[Above]);
-    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, id(), m_atoms[Desktop], XCB_ATOM_CARDINAL, 32, 1,
-                        &everyDesktop);
-    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, id(), m_atoms[State], XCB_ATOM_ATOM, 32,
-                        static_cast<uint32_t>(states.size()), states.data());
-    xcb_flush(m_connection);
+    if (m_standing.kind != PanelStanding::Kind::Unmanaged)
+        m_wishes.keepAtHand(*m_window, m_standing.kind == PanelStanding::Kind::Above);
 }
 
 bool X11PanelWindow::nativeEventFilter(const QByteArray &, void *message, qintptr *)
 {
     const auto *event = static_cast<const xcb_generic_event_t *>(message);
     constexpr uint8_t sentByClient = 0x80;
-    if ((event->response_type & ~sentByClient) != XCB_PROPERTY_NOTIFY || !isInSight())
+    if ((event->response_type & ~sentByClient) != XCB_PROPERTY_NOTIFY ||
+        !(isInSight() || m_companions.areInSight()))
         return false;
     const auto *change = reinterpret_cast<const xcb_property_notify_event_t *>(event);
     if (change->window == m_connection.root() && m_surroundings.dependOn(change->atom))
@@ -165,8 +129,16 @@ bool X11PanelWindow::eventFilter(QObject *watched, QEvent *event)
 
 void X11PanelWindow::judge()
 {
-    if (!isInSight() || m_settled.isActive() || m_farewell.isActive())
-        return;
+    m_companions.judge();
+    if (isInSight() && !m_settled.isActive() && !m_farewell.isActive())
+        judgeThePanel();
+    // Once for each reason: a window manager that has another mind is not argued with.
+    if (isInSight() && std::exchange(m_isRaisingDue, false))
+        m_companions.raiseAbove(*m_window);
+}
+
+void X11PanelWindow::judgeThePanel()
+{
     const PanelStanding next = nextStanding(m_standing, m_level, m_surroundings.around(id()));
     const PanelStanding before = std::exchange(m_standing, next);
     if (next == before)
@@ -214,7 +186,7 @@ void X11PanelWindow::returnToManager()
 {
     xcb_unmap_window(m_connection, id());
     m_window->setFlag(Qt::BypassWindowManagerHint, false);
-    writeWishes();
+    m_wishes.writeAtHand(*m_window, m_standing.kind == PanelStanding::Kind::Above);
     setUserTime(0); // Who has the keyboard keeps it.
     xcb_map_window(m_connection, id());
     xcb_flush(m_connection);
@@ -226,23 +198,6 @@ void X11PanelWindow::setUserTime(uint32_t time)
         numbersOf(m_connection.answer(m_connection.ask(id(), m_atoms[UserTimeWindow])));
     xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, holder.empty() ? id() : holder.front(),
                         m_atoms[UserTime], XCB_ATOM_CARDINAL, 32, 1, &time);
-}
-
-/// A window manager is who redirects what is done to the root's children; properties may be left over from
-/// one that has gone.
-bool X11PanelWindow::hasManager() const
-{
-    const auto cookie = xcb_get_window_attributes(m_connection, m_connection.root());
-    const X11Reply<xcb_get_window_attributes_reply_t> reply(
-        xcb_get_window_attributes_reply(m_connection, cookie, nullptr));
-    return reply && (reply->all_event_masks & XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT) != 0;
-}
-
-bool X11PanelWindow::isSupported(Atom atom) const
-{
-    const std::vector<uint32_t> supported =
-        numbersOf(m_connection.answer(m_connection.ask(m_connection.root(), m_atoms[Supported])));
-    return std::find(supported.begin(), supported.end(), m_atoms[atom]) != supported.end();
 }
 
 } // namespace wrenfold

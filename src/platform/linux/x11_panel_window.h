@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/x11_companion_windows.h"
 #include "platform/linux/x11_compositor.h"
-#include "platform/linux/x11_surroundings.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QObject>
@@ -34,27 +34,15 @@ public:
     void accompany(QWindow &window, CompanionKind kind) override;
 
 private:
-    enum Atom {
-        Supported,
-        Desktop,
-        State,
-        Above,
-        Sticky,
-        SkipTaskbar,
-        SkipPager,
-        ManagerState,
-        UserTime,
-        UserTimeWindow,
-        ActiveWindow,
-    };
+    enum Atom { ManagerState, UserTime, UserTimeWindow };
 
     bool eventFilter(QObject *watched, QEvent *event) override;
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
 
     void sendWishes();
-    void writeWishes();
 
     void judge();
+    void judgeThePanel();
     void leaveManager();
     void showUnmanaged();
     void returnToManager();
@@ -63,17 +51,18 @@ private:
     [[nodiscard]] xcb_window_t id() const { return static_cast<xcb_window_t>(m_window->winId()); }
     [[nodiscard]] bool isInSight() const { return m_window && m_window->isVisible(); }
     [[nodiscard]] bool isWithdrawn() const;
-    [[nodiscard]] bool hasManager() const;
-    [[nodiscard]] bool isSupported(Atom atom) const;
 
     const X11Connection m_connection;
     const std::vector<xcb_atom_t> m_atoms;
+    const X11WindowWishes m_wishes;
     const X11Surroundings m_surroundings;
+    X11CompanionWindows m_companions;
     X11Compositor m_compositor;
     QPointer<QWindow> m_window;
     PanelLevel m_level = PanelLevel::Floating;
     PanelStanding m_standing;
-    QTimer m_settled;   ///< Runs until everybody has written what he writes when a window is shown.
+    bool m_isRaisingDue = false; ///< Of the window that has the keyboard, above the panel.
+    QTimer m_settled;            ///< Runs until everybody has written what he writes when a window is shown.
     QTimer m_judgement; ///< Runs until the next turn of the event loop; several events then count as one.
     QTimer m_farewell;  ///< Runs while the window manager has yet to let go of the window.
 };

@@ -2,6 +2,7 @@
 #include "platform/linux/x11_surroundings.h"
 
 #include <QGuiApplication>
+#include <QWindow>
 
 #include <algorithm>
 #include <utility>
@@ -30,24 +31,33 @@ bool X11Surroundings::dependOn(xcb_atom_t rootProperty) const
            rootProperty == m_atoms[CurrentDesktop];
 }
 
-PanelSurroundings X11Surroundings::around(xcb_window_t panel) const
+PanelSurroundings X11Surroundings::around(xcb_window_t window) const
 {
     PanelSurroundings surroundings;
-    surroundings.isFocusOurs = QGuiApplication::focusWindow() != nullptr;
+    const QWindow *focused = QGuiApplication::focusWindow();
+    surroundings.isFocusOurs = focused != nullptr;
+    surroundings.isFocusHere = focused && static_cast<xcb_window_t>(focused->winId()) == window;
     const std::vector<uint32_t> active = rootNumbers(ActiveWindow);
     surroundings.active = active.empty() ? 0 : active.front();
 
     const std::vector<xcb_window_t> stacking = rootNumbers(Stacking); // From the lowest.
-    const auto panelAt = std::find(stacking.begin(), stacking.end(), panel);
-    const QRect place = rectOf(panel);
-    for (const xcb_window_t window : fullScreenInSight(stacking)) {
-        if (!rectOf(window).intersects(place))
+    const auto placeInStack = std::find(stacking.begin(), stacking.end(), window);
+    const QRect place = rectOf(window);
+    for (const xcb_window_t fullScreen : fullScreenInSight(stacking)) {
+        if (!rectOf(fullScreen).intersects(place))
             continue;
-        surroundings.fullScreen.push_back(window);
-        if (std::find(panelAt, stacking.end(), window) != stacking.end())
-            surroundings.fullScreenAbove.push_back(window);
+        surroundings.fullScreen.push_back(fullScreen);
+        if (std::find(placeInStack, stacking.end(), fullScreen) != stacking.end())
+            surroundings.fullScreenAbove.push_back(fullScreen);
     }
     return surroundings;
+}
+
+bool X11Surroundings::liesAbove(xcb_window_t upper, xcb_window_t lower) const
+{
+    const std::vector<xcb_window_t> stacking = rootNumbers(Stacking);
+    const auto lowerAt = std::find(stacking.begin(), stacking.end(), lower);
+    return std::find(lowerAt, stacking.end(), upper) != stacking.end();
 }
 
 std::vector<xcb_window_t> X11Surroundings::fullScreenInSight(const std::vector<xcb_window_t> &windows) const

@@ -14,8 +14,11 @@ class X11Surroundings
 public:
     explicit X11Surroundings(const X11Connection &connection); ///< Must outlive this object.
 
-    /// Of a window of ours that is the panel.
-    [[nodiscard]] PanelSurroundings around(xcb_window_t panel) const;
+    /// Of a window of ours.
+    [[nodiscard]] PanelSurroundings around(xcb_window_t window) const;
+
+    /// Whether the window manager has one window above the other.
+    [[nodiscard]] bool liesAbove(xcb_window_t upper, xcb_window_t lower) const;
 
     /// Whether a change of this property of the root may change what is around.
     [[nodiscard]] bool dependOn(xcb_atom_t rootProperty) const;
