@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/dbus_menu.h"
 
-#include "platform/linux/dbus_properties.h"
 #include "platform/linux/host_texts.h"
 
 #include <QDBusConnection>
@@ -39,14 +38,6 @@ QVariantMap onlyNamed(const QVariantMap &properties, const QStringList &names)
     return named;
 }
 
-QVariantMap menuProperties()
-{
-    return {{QStringLiteral("Version"), 3U},
-            {QStringLiteral("TextDirection"), QStringLiteral("ltr")},
-            {QStringLiteral("Status"), QStringLiteral("normal")},
-            {QStringLiteral("IconThemePath"), QStringList()}};
-}
-
 QDBusMessage noSuchRow(const QDBusMessage &call)
 {
     return call.createErrorReply(QDBusError::InvalidArgs, QStringLiteral("There is no such row"));
@@ -55,6 +46,7 @@ QDBusMessage noSuchRow(const QDBusMessage &call)
 } // namespace
 
 DBusMenu::DBusMenu()
+    : DBusObject(interface)
 {
     registerDBusMenuValues();
 }
@@ -73,25 +65,6 @@ std::optional<QDBusMessage> DBusMenu::update()
     QDBusMessage signal = QDBusMessage::createSignal(path(), interface, QStringLiteral("LayoutUpdated"));
     signal << m_revision << rootId;
     return signal;
-}
-
-bool DBusMenu::handleMessage(const QDBusMessage &message, const QDBusConnection &connection)
-{
-    QDBusMessage answer;
-    if (message.interface() == propertiesInterface())
-        answer = answerToPropertyCall(message, interface, menuProperties());
-    else if (message.interface() == interface)
-        answer = answerTo(message);
-    if (answer.type() == QDBusMessage::InvalidMessage)
-        return false;
-    if (message.isReplyRequired())
-        connection.send(answer);
-    return true;
-}
-
-QString DBusMenu::introspect(const QString & /*path*/) const
-{
-    return {}; // Hosts know the interface.
 }
 
 QDBusMessage DBusMenu::answerTo(const QDBusMessage &call)
@@ -115,6 +88,14 @@ QDBusMessage DBusMenu::answerTo(const QDBusMessage &call)
     if (method == QLatin1String("EventGroup(a(isvu))"))
         return eventGroup(call);
     return {};
+}
+
+QVariantMap DBusMenu::properties()
+{
+    return {{QStringLiteral("Version"), 3U},
+            {QStringLiteral("TextDirection"), QStringLiteral("ltr")},
+            {QStringLiteral("Status"), QStringLiteral("normal")},
+            {QStringLiteral("IconThemePath"), QStringList()}};
 }
 
 QDBusMessage DBusMenu::layout(const QDBusMessage &call)

@@ -2,9 +2,8 @@
 #pragma once
 
 #include "platform/linux/dbus_menu_values.h"
+#include "platform/linux/dbus_object.h"
 #include "platform/status_item.h"
-
-#include <QDBusVirtualObject>
 
 #include <functional>
 #include <optional>
@@ -14,7 +13,7 @@ namespace wrenfold {
 /// The status item's menu as the desktop's hosts read it (com.canonical.dbusmenu). It has one level.
 ///
 /// A row's number on the bus is its command, so that a press in a menu that is out of date means what was read there.
-class DBusMenu final : public QDBusVirtualObject
+class DBusMenu final : public DBusObject
 {
     Q_OBJECT
 
@@ -31,12 +30,9 @@ public:
 
     static QString path() { return QStringLiteral("/StatusNotifierItem/Menu"); }
 
-    // Called by the bus.
-    bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override;
-    [[nodiscard]] QString introspect(const QString &path) const override;
-
 private:
-    [[nodiscard]] QDBusMessage answerTo(const QDBusMessage &call);
+    [[nodiscard]] QDBusMessage answerTo(const QDBusMessage &call) override;
+    [[nodiscard]] QVariantMap properties() override;
     [[nodiscard]] QDBusMessage layout(const QDBusMessage &call);
     [[nodiscard]] QDBusMessage groupProperties(const QDBusMessage &call) const;
     [[nodiscard]] QDBusMessage property(const QDBusMessage &call) const;

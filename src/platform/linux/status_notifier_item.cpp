@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/status_notifier_item.h"
 
-#include "platform/linux/dbus_properties.h"
 #include "platform/linux/host_texts.h"
 
 #include <QDBusConnection>
@@ -25,7 +24,8 @@ QString status(const StatusItemContent &content)
 } // namespace
 
 StatusNotifierItem::StatusNotifierItem(std::function<void()> hostChanged, std::chrono::milliseconds patience)
-    : m_hostChanged(std::move(hostChanged))
+    : DBusObject(interface)
+    , m_hostChanged(std::move(hostChanged))
     , m_host({{objectPath, this}, {DBusMenu::path(), &m_menu}}, patience)
 {
     registerStatusNotifierValues();
@@ -88,25 +88,6 @@ void StatusNotifierItem::updateMenu()
         return;
     if (const std::optional<QDBusMessage> signal = m_menu.update())
         m_host.tell(*signal);
-}
-
-bool StatusNotifierItem::handleMessage(const QDBusMessage &message, const QDBusConnection &connection)
-{
-    QDBusMessage answer;
-    if (message.interface() == propertiesInterface())
-        answer = answerToPropertyCall(message, interface, properties());
-    else if (message.interface() == interface)
-        answer = answerTo(message);
-    if (answer.type() == QDBusMessage::InvalidMessage)
-        return false;
-    if (message.isReplyRequired())
-        connection.send(answer);
-    return true;
-}
-
-QString StatusNotifierItem::introspect(const QString & /*path*/) const
-{
-    return {}; // Hosts know the interface.
 }
 
 QDBusMessage StatusNotifierItem::answerTo(const QDBusMessage &call)

@@ -7,13 +7,11 @@
 #include "platform/linux/status_notifier_values.h"
 #include "platform/status_item.h"
 
-#include <QDBusVirtualObject>
-
 namespace wrenfold {
 
 /// The status item as an object on the session bus (org.kde.StatusNotifierItem) with its menu beside it. A host that
 /// restarts shows it again; a bus that comes back is found with the next content.
-class StatusNotifierItem final : public QDBusVirtualObject, public StatusItem
+class StatusNotifierItem final : public DBusObject, public StatusItem
 {
     Q_OBJECT
 
@@ -32,13 +30,9 @@ public:
     /// A host shows the item.
     [[nodiscard]] bool isHosted() const { return m_host.isThere(); }
 
-    // Called by the bus.
-    bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override;
-    [[nodiscard]] QString introspect(const QString &path) const override;
-
 private:
-    [[nodiscard]] QDBusMessage answerTo(const QDBusMessage &call);
-    [[nodiscard]] QVariantMap properties();
+    [[nodiscard]] QDBusMessage answerTo(const QDBusMessage &call) override;
+    [[nodiscard]] QVariantMap properties() override;
     void tell(const QString &signal, const QVariantList &arguments = {});
     void followHost();
 

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/dbus_properties.h"
+#include "platform/linux/dbus_object.h"
 
+#include <QDBusConnection>
 #include <QDBusError>
 #include <QDBusVariant>
 
 namespace wrenfold {
+namespace {
 
 QDBusMessage answerToPropertyCall(const QDBusMessage &call, const QString &interface,
                                   const QVariantMap &properties)
@@ -22,6 +24,32 @@ QDBusMessage answerToPropertyCall(const QDBusMessage &call, const QString &inter
     }
     if (call.member() == QLatin1String("Set"))
         return call.createErrorReply(QDBusError::PropertyReadOnly, QStringLiteral("It can only be read"));
+    return {};
+}
+
+} // namespace
+
+DBusObject::DBusObject(const QString &interface)
+    : m_interface(interface)
+{
+}
+
+bool DBusObject::handleMessage(const QDBusMessage &message, const QDBusConnection &connection)
+{
+    QDBusMessage answer;
+    if (message.interface() == QLatin1String("org.freedesktop.DBus.Properties"))
+        answer = answerToPropertyCall(message, m_interface, properties());
+    else if (message.interface() == m_interface)
+        answer = answerTo(message);
+    if (answer.type() == QDBusMessage::InvalidMessage)
+        return false;
+    if (message.isReplyRequired())
+        connection.send(answer);
+    return true;
+}
+
+QString DBusObject::introspect(const QString & /*path*/) const
+{
     return {};
 }
 
