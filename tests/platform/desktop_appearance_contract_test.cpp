@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/portal_appearance.h"
+#include "support/bus_contract_test.h"
 #include "support/fake_desktop_appearance.h"
 #include "support/fake_portal.h"
-#include "support/private_bus.h"
-#include "support/test_case.h"
 
 namespace wrenfold {
 
@@ -57,35 +56,17 @@ struct RealSubject : Subject
 } // namespace
 
 /// One suite over the fake and the real appearance.
-class DesktopAppearanceContractTest : public TestCase
+class DesktopAppearanceContractTest : public BusContractTest
 {
     Q_OBJECT
 
 private:
     [[nodiscard]] std::unique_ptr<Subject> makeSubject() const
     {
-        QFETCH_GLOBAL(bool, isReal);
-        if (isReal)
-            return std::make_unique<RealSubject>(m_bus.address());
-        return std::make_unique<FakeSubject>();
+        return makeOneOf<Subject, FakeSubject, RealSubject>();
     }
-
-    PrivateBus m_bus;
 
 private Q_SLOTS:
-    void initTestCase_data()
-    {
-        QTest::addColumn<bool>("isReal");
-        QTest::newRow("fake") << false;
-        QTest::newRow("real") << true;
-    }
-
-    void initTestCase()
-    {
-        QCOMPARE(m_bus.start(), QString());
-        qputenv("DBUS_SESSION_BUS_ADDRESS", m_bus.address().toUtf8());
-    }
-
     void whatIsSetIsTold_data()
     {
         QTest::addColumn<Appearance>("wanted");

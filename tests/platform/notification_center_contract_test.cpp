@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/dbus_notification_center.h"
+#include "support/bus_contract_test.h"
 #include "support/fake_notification_center.h"
 #include "support/fake_sounds.h"
 #include "support/posted_notification.h"
-#include "support/private_bus.h"
 #include "support/recording_notification_daemon.h"
-#include "support/test_case.h"
 
 namespace wrenfold {
 
@@ -69,17 +68,14 @@ struct RealSubject : Subject
 } // namespace
 
 /// One suite over the fake and the real notifications.
-class NotificationCenterContractTest : public TestCase
+class NotificationCenterContractTest : public BusContractTest
 {
     Q_OBJECT
 
 private:
     [[nodiscard]] std::unique_ptr<Subject> makeSubject() const
     {
-        QFETCH_GLOBAL(bool, isReal);
-        if (isReal)
-            return std::make_unique<RealSubject>(m_bus.address());
-        return std::make_unique<FakeSubject>();
+        return makeOneOf<Subject, FakeSubject, RealSubject>();
     }
 
     /// Whether the notification was posted without an error.
@@ -92,22 +88,7 @@ private:
                posted.answers() == QStringList{QString()};
     }
 
-    PrivateBus m_bus;
-
 private Q_SLOTS:
-    void initTestCase_data()
-    {
-        QTest::addColumn<bool>("isReal");
-        QTest::newRow("fake") << false;
-        QTest::newRow("real") << true;
-    }
-
-    void initTestCase()
-    {
-        QCOMPARE(m_bus.start(), QString());
-        qputenv("DBUS_SESSION_BUS_ADDRESS", m_bus.address().toUtf8());
-    }
-
     void permissionIsAnsweredOnce()
     {
         const auto subject = makeSubject();

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/status_notifier_item.h"
+#include "support/bus_contract_test.h"
 #include "support/fake_status_host.h"
 #include "support/fake_status_item.h"
-#include "support/private_bus.h"
-#include "support/test_case.h"
 
 namespace wrenfold {
 
@@ -98,17 +97,14 @@ StatusItemContent content(const QString &toolTip)
 } // namespace
 
 /// One suite over the fake and the real status item.
-class StatusItemContractTest : public TestCase
+class StatusItemContractTest : public BusContractTest
 {
     Q_OBJECT
 
 private:
     [[nodiscard]] std::unique_ptr<Subject> makeSubject() const
     {
-        QFETCH_GLOBAL(bool, isReal);
-        if (isReal)
-            return std::make_unique<RealSubject>(m_bus.address());
-        return std::make_unique<FakeSubject>();
+        return makeOneOf<Subject, FakeSubject, RealSubject>();
     }
 
     /// The item is in the status area with its first content.
@@ -131,7 +127,6 @@ private:
         return isTold && isShown;
     }
 
-    PrivateBus m_bus;
     QStringList m_calls;
     QList<StatusMenuRow> m_rows{{QStringLiteral("NOW"), 0, false},
                                 {},
@@ -139,20 +134,6 @@ private:
                                 {QStringLiteral("not yet"), 6, false}};
 
 private Q_SLOTS:
-    void initTestCase_data()
-    {
-        QTest::addColumn<bool>("isReal");
-        QTest::newRow("fake") << false;
-        QTest::newRow("real") << true;
-    }
-
-    void initTestCase()
-    {
-        QCOMPARE(m_bus.start(), QString());
-        qputenv("DBUS_SESSION_BUS_ADDRESS", m_bus.address().toUtf8());
-        qputenv("XDG_RUNTIME_DIR", dataHome().toUtf8());
-    }
-
     void aClickAndTheWishForAMenuAreTold()
     {
         const auto subject = makeSubject();
