@@ -241,6 +241,18 @@ QFont time()
     return spaced(sized(24, QFont::DemiBold), 0.2);
 }
 
+QFont note()
+{
+    constexpr qreal share = 0.92;
+    const QFont usual = QGuiApplication::font();
+    QFont font;
+    if (usual.pixelSize() > 0)
+        font.setPixelSize(qRound(usual.pixelSize() * share));
+    else
+        font.setPointSizeF(usual.pointSizeF() * share);
+    return font;
+}
+
 } // namespace Fonts
 
 } // namespace wrenfold

@@ -109,6 +109,10 @@ inline constexpr int boardAxisHeight = 18, cellTitleHeight = 17, cellLabelHeight
 inline constexpr int bubbleRadius = 13, bubbleTailRadius = 4, bubblePadding = 11, bubbleVerticalPadding = 8;
 inline constexpr int bubbleSpacing = 8, proposalRadius = 12, proposalPadding = 12,
                      proposalVerticalPadding = 10;
+
+inline constexpr int settingsWidth = 520, settingsHeight = 430, settingsPadding = 16,
+                     settingsSectionSpacing = 20;
+inline constexpr int settingsSpacing = 6;
 } // namespace Metrics
 
 namespace Durations {
@@ -134,6 +138,7 @@ QFont control();     ///< Plain buttons, the board's title, a quadrant's title.
 QFont title();       ///< The NOW task.
 QFont windowTitle(); ///< The chat's title.
 QFont time();        ///< The timer.
+QFont note();        ///< Explanations among the desktop's own controls: a little smaller than its font.
 } // namespace Fonts
 
 } // namespace wrenfold

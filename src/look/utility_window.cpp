@@ -2,6 +2,7 @@
 #include "look/utility_window.h"
 
 #include <QKeyEvent>
+#include <QVBoxLayout>
 
 namespace wrenfold {
 
@@ -15,8 +16,10 @@ UtilityWindow::UtilityWindow(const QString &title, const QSize &size)
 void UtilityWindow::setContent(QWidget *content)
 {
     m_content = content;
-    m_content->setParent(this);
-    m_content->setGeometry(rect());
+    // The layout keeps the window from getting smaller than what it holds.
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(content);
 }
 
 void UtilityWindow::comeToFront()
@@ -35,13 +38,6 @@ void UtilityWindow::keyPressEvent(QKeyEvent *event)
         hide();
     else
         QWidget::keyPressEvent(event);
-}
-
-void UtilityWindow::resizeEvent(QResizeEvent *event)
-{
-    QWidget::resizeEvent(event);
-    if (m_content)
-        m_content->resize(size());
 }
 
 } // namespace wrenfold

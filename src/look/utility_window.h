@@ -15,7 +15,7 @@ public:
     /// `size` is that of the content, in device-independent pixels.
     UtilityWindow(const QString &title, const QSize &size);
 
-    /// Fills the window; takes ownership.
+    /// Fills the window; takes ownership. To be called once.
     void setContent(QWidget *content);
     [[nodiscard]] QWidget *content() const { return m_content; }
 
@@ -28,7 +28,6 @@ Q_SIGNALS:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
-    void resizeEvent(QResizeEvent *event) override;
 
 private:
     QWidget *m_content = nullptr;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "look/text_field.h"
+#include "look/theme.h"
 #include "support/painted_text.h"
 #include "support/test_case.h"
 
