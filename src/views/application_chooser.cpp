@@ -2,6 +2,7 @@
 #include "views/application_chooser.h"
 
 #include "look/text_field.h"
+#include "look/theme.h"
 #include "platform/installed_applications.h"
 #include "views/application_list.h"
 
