@@ -54,7 +54,8 @@ public:
                                              m_folderWatch, m_loginItem},
                         FocusStore::Options{});
         m_view = new FocusPanelView(*m_store, m_clock,
-                                    {[] {}, [] {}, [](const QPoint &) {}, [](const QUrl &) {}}, &m_window);
+                                    {[] {}, [] {}, [](const QPoint &) {}, [](const QUrl &) {}, [] {}, [] {}},
+                                    &m_window);
         m_window.resize(344, 500);
         m_view->setGeometry(m_window.rect());
         m_view->setFocus();

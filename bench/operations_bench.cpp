@@ -35,7 +35,8 @@ public:
             return;
         m_store.emplace(m_quiet.with(m_preferences, m_clock), FocusStore::Options{.monitorInbox = false});
         m_view = new FocusPanelView(*m_store, m_clock,
-                                    {[] {}, [] {}, [](const QPoint &) {}, [](const QUrl &) {}}, &m_window);
+                                    {[] {}, [] {}, [](const QPoint &) {}, [](const QUrl &) {}, [] {}, [] {}},
+                                    &m_window);
         m_window.resize(344, 500);
         m_view->setGeometry(m_window.rect());
         m_view->setFocus();

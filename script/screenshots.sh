@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds Wren Fold and takes pictures of the panel in each of its states, light and dark, at 1x and 2x, on virtual
-# displays of its own: docs/pictures/. Takes some five minutes.
+# Builds Wren Fold and takes pictures of its windows in each of their states, light and dark, at 1x and 2x, on
+# virtual displays of its own: docs/pictures/. Takes some five minutes.
 #
 #   script/screenshots.sh          all pictures anew
 #   script/screenshots.sh --help   this text

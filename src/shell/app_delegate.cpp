@@ -2,10 +2,12 @@
 #include "shell/app_delegate.h"
 
 #include "app/debug_log.h"
+#include "shell/companion_place.h"
 #include "shell/desktop_report.h"
 
 #include <QApplication>
 #include <QDesktopServices>
+#include <QScreen>
 
 #include <algorithm>
 
@@ -73,7 +75,7 @@ void AppDelegate::makeMenu()
 {
     m_appMenu.emplace(MenuActions{
         .onShowPanel = [this] { showPanel(); },
-        .onShowSettings = {},
+        .onShowSettings = [this] { showSettings(); },
         .onShowAIChat = [this] { showAIChat(); },
         .onHidePanel = [this] { hidePanel(); },
         .onUndo = [this] { m_store.undo(); },
@@ -98,7 +100,7 @@ void AppDelegate::makeStatusItem()
     m_statusBarController.emplace(m_store, *m_platform.clock, *m_platform.statusItem,
                                   StatusBarController::Actions{
                                       .showPanel = [this] { showPanel(); },
-                                      .showSettings = {},
+                                      .showSettings = [this] { showSettings(); },
                                       .showAIChat = [this] { showAIChat(); },
                                       .hidePanel = [this] { hidePanel(); },
                                       .quit = [] { quit(); },
@@ -121,6 +123,7 @@ PanelController &AppDelegate::panelController()
             m_store, *m_platform.clock, *m_platform.panelWindow,
             PanelController::Actions{
                 .showAppMenu = [this](const QPoint &position) { m_appMenu->popup(position); },
+                .openSettings = [this] { showSettings(); },
                 .openAIChat = [this] { showAIChat(); },
                 .openLink = [](const QUrl &link) { QDesktopServices::openUrl(link); }});
         m_appMenu->addTo(m_panelController->panel());
@@ -128,13 +131,31 @@ PanelController &AppDelegate::panelController()
     return *m_panelController;
 }
 
+SettingsController &AppDelegate::settingsController()
+{
+    if (!m_settingsController)
+        m_settingsController.emplace(
+            m_store, *m_platform.clock, *m_platform.panelWindow, *m_platform.installedApplications,
+            SettingsController::Actions{[this](QWidget &window) { prepareWindow(window); }});
+    return *m_settingsController;
+}
+
 AIChatController &AppDelegate::aiChatController()
 {
     if (!m_aiChatController) {
         m_aiChatController.emplace(m_store, *m_platform.panelWindow);
-        m_appMenu->addTo(m_aiChatController->panel());
+        prepareWindow(m_aiChatController->panel());
     }
     return *m_aiChatController;
+}
+
+/// A window that has just been made opens beside the panel, even if that is hidden now.
+void AppDelegate::prepareWindow(QWidget &window)
+{
+    m_appMenu->addTo(window);
+    const FocusPanel &panel = panelController().panel();
+    const QRect visibleFrame = panel.screen()->availableGeometry();
+    window.move(besidePanel(window.size(), visibleFrame, panel.geometry()).topLeft());
 }
 
 void AppDelegate::showPanel()
@@ -164,6 +185,11 @@ void AppDelegate::togglePanel()
 void AppDelegate::hidePanel()
 {
     panelController().hide();
+}
+
+void AppDelegate::showSettings()
+{
+    settingsController().show();
 }
 
 void AppDelegate::showAIChat()

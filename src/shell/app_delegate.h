@@ -12,6 +12,7 @@
 #include "shell/hot_keys.h"
 #include "shell/panel_controller.h"
 #include "shell/reorder_key_controller.h"
+#include "shell/settings_controller.h"
 #include "shell/status_bar_controller.h"
 
 namespace wrenfold {
@@ -42,12 +43,15 @@ private:
     void makeStatusItem();
     void makeFocusGuard();
     [[nodiscard]] PanelController &panelController();
+    [[nodiscard]] SettingsController &settingsController();
     [[nodiscard]] AIChatController &aiChatController();
+    void prepareWindow(QWidget &window);
 
     void showPanel();
     void showPanelUnasked();
     void togglePanel();
     void hidePanel();
+    void showSettings();
     void showAIChat();
     void newTodo();
     /// Does what another start asks for; the text is for that one to print.
@@ -61,9 +65,10 @@ private:
     FocusStore m_store;
     // Made when the launch has finished.
     std::optional<AppMenu> m_appMenu;
-    std::optional<PanelController> m_panelController;     ///< Made when first used.
-    std::optional<AIChatController> m_aiChatController;   ///< Made when first used.
-    std::vector<std::unique_ptr<GlobalHotKey>> m_hotKeys; ///< Those that the desktop did not refuse.
+    std::optional<PanelController> m_panelController;       ///< Made when first used.
+    std::optional<SettingsController> m_settingsController; ///< Made when first used.
+    std::optional<AIChatController> m_aiChatController;     ///< Made when first used.
+    std::vector<std::unique_ptr<GlobalHotKey>> m_hotKeys;   ///< Those that the desktop did not refuse.
     std::optional<StatusBarController> m_statusBarController;
     std::optional<FocusGuardController> m_focusGuardController;
     std::optional<ReorderKeyController> m_reorderKeyController;

@@ -21,7 +21,7 @@ public:
     struct Actions
     {
         std::function<void(const QPoint &)> showAppMenu;
-        std::function<void()> openSettings = {}; ///< Empty while there is none.
+        std::function<void()> openSettings;
         std::function<void()> openAIChat;
         std::function<void(const QUrl &)> openLink;
     };

@@ -37,8 +37,8 @@ public:
         std::function<void()> focusInput; ///< Brings the panel to the front with the keyboard focus.
         std::function<void(const QPoint &)> showAppMenu; ///< At a point of the screen.
         std::function<void(const QUrl &)> openLink;      ///< With the user's program for it.
-        std::function<void()> openSettings = {};         ///< Empty while there is none.
-        std::function<void()> openAIChat = {};           ///< Empty while there is none.
+        std::function<void()> openSettings;
+        std::function<void()> openAIChat;
     };
 
     /// The store and the clock must outlive the view.

@@ -39,10 +39,7 @@ IconButton *PanelHeader::addButton(const QString &symbol, const QString &help,
                                    const std::function<void()> &action)
 {
     auto *button = new IconButton(symbol, help, this);
-    if (action)
-        connect(button, &IconButton::clicked, this, action);
-    else
-        button->hide();
+    connect(button, &IconButton::clicked, this, action);
     return button;
 }
 
@@ -121,15 +118,12 @@ void PanelHeader::placeChildren()
     };
     int left = 0;
     for (QWidget *widget : std::initializer_list<QWidget *>{m_board, m_completedToday, m_list, m_hardPin,
-                                                            m_undo, m_redo, m_sort, m_chat}) {
-        if (!widget->isHidden())
-            left = place(widget, left);
-    }
+                                                            m_undo, m_redo, m_sort, m_chat})
+        left = place(widget, left);
     int right = width();
     for (IconButton *button : {m_hide, m_settings}) {
         right -= Metrics::iconButtonSize;
-        if (!button->isHidden())
-            place(button, right);
+        place(button, right);
         right -= Metrics::stripSpacing;
     }
 }

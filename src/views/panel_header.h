@@ -23,9 +23,9 @@ public:
         std::function<void()> toggleHardPin;
         std::function<void()> undo;
         std::function<void()> redo;
-        std::function<void()> sort;         ///< By AI.
-        std::function<void()> openAIChat;   ///< Empty: there is no button.
-        std::function<void()> openSettings; ///< Empty: there is no button.
+        std::function<void()> sort; ///< By AI.
+        std::function<void()> openAIChat;
+        std::function<void()> openSettings;
         std::function<void()> hide;
     };
 

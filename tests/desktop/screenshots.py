@@ -1,10 +1,10 @@
-"""Takes pictures of the panel in each of its states, in desktop sessions of its own.
+"""Takes pictures of the program's windows in each of their states, in desktop sessions of its own.
 
     python3 tests/desktop/screenshots.py PROGRAM FOLDER
 
 A picture's name says the state and the theme, and ends in @2x at twice the size: compact-dark@2x.png. The states of the
-timer and the wide panel come in both themes and sizes, the others light and small, and dark and large. Colours are
-reduced to 256 a picture.
+timer, the wide panel and the other windows come in both themes and sizes, the rest light and small, and dark and large.
+Colours are reduced to 256 a picture.
 """
 
 import concurrent.futures
@@ -14,6 +14,7 @@ import sys
 import time
 
 import sample_documents as samples
+from chat_service import ChatService
 from fast_clock import FastClock
 from session import Failure, Session, expect
 
@@ -25,6 +26,7 @@ FOLD_BUTTON = (95, 77)
 UNDO_BUTTON = (153, 77)
 GRIP = (172, 7)
 LINK_BUTTON = (269, 253)
+CHAT_BUTTON = (239, 77)
 
 # Points in the list of a working day: the delete button of its first task, and the upper edge of the row with the
 # question, where no tool tip comes.
@@ -74,14 +76,15 @@ class Studio:
 
     # The program
 
-    def open(self, document, candidates=()):
+    def open(self, document, candidates=(), **environment):
         """Starts the program on a document with a clock of its own, and waits until the panel has the keyboard and is
         painted."""
         self._session.save_document(document)
         self._session.save_candidates(candidates)
         self._session.tool("xdotool", "mousemove", "1", "1")
         self.clock = FastClock(self._session.folder)
-        self._process = self._session.start(self._program, "--verbose", **self._environment, **self.clock.environment)
+        self._process = self._session.start(self._program, "--verbose", **self._environment, **self.clock.environment,
+                                            **environment)
         self._panel = self._session.wait_window("Wren Fold")
         self._session.wait_active(self._panel)
         self._session.wait_for(lambda: len(set(self._look())) > 16, "the panel to be painted")
@@ -123,12 +126,19 @@ class Studio:
     def scroll(self, notches):
         self._act("mousemove", "--sync", "--window", self._panel, *self._scaled(LIST), "click", "--repeat", str(notches), "5")
 
+    def wait_window(self, title):
+        """Waits until another window of the program has the keyboard and is painted."""
+        self._session.wait_active(self._session.wait_window(title))
+        self._settle()
+
     # Pictures
 
-    def take(self, state):
-        """Saves a picture of what the program shows: the panel, and a menu or a question above it."""
+    def take(self, state, title=None):
+        """Saves a picture of what the program shows, the panel and a menu or a question above it; with a title, of the
+        window with that one."""
         path = self._folder / self._name.format(state)
-        frames = [self._session.geometry(window) for window in self._windows()]
+        windows = [self._session.wait_window(title)] if title else self._windows()
+        frames = [self._session.geometry(window) for window in windows]
         left = min(x for x, _, _, _ in frames) - MARGIN * self._scale
         top = min(y for _, y, _, _ in frames) - MARGIN * self._scale
         right = max(x + width for x, _, width, _ in frames) + MARGIN * self._scale
@@ -193,6 +203,29 @@ def timer_states(studio):
         studio.point(GRIP if name == "last_minute" else QUESTION_ROW)
         wait_until(braked + seconds - shown + 0.2)
         studio.take(name)
+    studio.close()
+
+
+def chat(studio):
+    """The chat with a proposal."""
+    with ChatService() as service:
+        studio.open(samples.working_day(), **service.environment())
+        studio.click(CHAT_BUTTON)
+        studio.wait_window("Wrenfold AI")
+        studio.type_text("優先順に並べて")
+        studio.press("Return")
+        studio.take("chat", "Wrenfold AI")
+        studio.close()
+
+
+def settings(studio):
+    """Each tab of the settings."""
+    studio.open(samples.working_day())
+    studio.press("ctrl+comma")
+    studio.wait_window("Wrenfold Settings")
+    for tab in ("general", "integrations", "automation", "guard"):
+        studio.take(f"settings_{tab}", "Wrenfold Settings")
+        studio.press("ctrl+Next")
     studio.close()
 
 
@@ -268,7 +301,8 @@ STATES = (wide, drag, empty, one_task, many_tasks, long_titles, inbox, sections,
 def take_all(program, folder, theme, scale):
     with Session(f"screenshots-{theme}-{scale}", "xfwm4", size=f"{1200 * scale}x{700 * scale}") as session:
         studio = Studio(session, program, folder, theme, scale)
-        timer_states(studio)
+        for take_states in (timer_states, chat, settings):
+            take_states(studio)
         for prepare in STATES:
             if prepare is wide or (theme, scale) in (("light", 1), ("dark", 2)):
                 prepare(studio)

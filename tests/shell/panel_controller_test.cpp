@@ -29,6 +29,7 @@ struct ControllerOnFakes
                                fakes.clock,
                                ability,
                                {.showAppMenu = [this](const QPoint &position) { menus.append(position); },
+                                .openSettings = {},
                                 .openAIChat = {},
                                 .openLink = {}}};
 

@@ -87,18 +87,6 @@ private Q_SLOTS:
         QCOMPARE(pin->symbol(), QStringLiteral("square.3.stack.3d"));
     }
 
-    void whatCannotBeOpenedHasNoButton()
-    {
-        QWidget window;
-        PanelHeader header({{[] {}, [] {}, [] {}}, [] {}, [] {}, [] {}, [] {}, [] {}, [] {}, {}, {}, [] {}},
-                           &window);
-        header.resize(320, header.height());
-        window.show();
-        QVERIFY(!buttonNamed(header, QStringLiteral("AIチャットを開く")));
-        QVERIFY(!buttonNamed(header, QStringLiteral("設定...")));
-        QVERIFY(buttonNamed(header, hideHelp));
-    }
-
     void sortingIsDisabledWhileItRuns()
     {
         HeaderInWindow shownHeader;

@@ -35,7 +35,9 @@ struct PanelInWindow
                                   {[this] { calls.append(QStringLiteral("hide")); },
                                    [this] { calls.append(QStringLiteral("focusInput")); },
                                    [this](const QPoint &) { calls.append(QStringLiteral("menu")); },
-                                   [this](const QUrl &link) { opened.append(link); }},
+                                   [this](const QUrl &link) { opened.append(link); },
+                                   [this] { calls.append(QStringLiteral("settings")); },
+                                   [this] { calls.append(QStringLiteral("chat")); }},
                                   &window);
         window.resize(344, 500);
         view->setGeometry(window.rect());
