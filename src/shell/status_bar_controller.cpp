@@ -52,7 +52,7 @@ StatusBarController::StatusBarController(FocusStore &store, Clock &clock, Status
     m_statusItem.show({
         .activate = [this] { statusItemClicked(); },
         .openMenu = [this] { popUpMenu(); },
-        .menuRows = [this] { return menuRows(StatusBarState::of(m_store)); },
+        .menuRows = [this] { return makeMenu(StatusBarState::of(m_store)); },
         .chooseRow = [this](int command) { chooseRow(command); },
         .labelShown =
             [this](bool isLabelShown) {
@@ -89,7 +89,7 @@ void StatusBarController::updateStatusItem()
     m_state = state;
     m_statusItem.setContent({statusIcon(state, m_isLabelShown), state.title(), state.tooltipText()});
     log(state);
-    const QList<StatusMenuRow> rows = menuRows(state);
+    const QList<StatusMenuRow> rows = makeMenu(state);
     if (rows != m_rows) {
         m_rows = rows;
         m_statusItem.updateMenu();
@@ -107,7 +107,7 @@ void StatusBarController::statusItemClicked()
 void StatusBarController::popUpMenu()
 {
     m_menu.clear();
-    const QList<StatusMenuRow> rows = menuRows(StatusBarState::of(m_store));
+    const QList<StatusMenuRow> rows = makeMenu(StatusBarState::of(m_store));
     for (const StatusMenuRow &row : rows) {
         if (row.isSeparator()) {
             m_menu.addSeparator();
@@ -120,20 +120,9 @@ void StatusBarController::popUpMenu()
     m_menu.popup(QCursor::pos());
 }
 
-QList<StatusMenuRow> StatusBarController::menuRows(const StatusBarState &state) const
-{
-    QList<StatusMenuRow> rows = makeMenu(state);
-    for (StatusMenuRow &row : rows) {
-        if ((row.command == static_cast<int>(StatusCommand::ShowAIChat) && !m_actions.showAIChat) ||
-            (row.command == static_cast<int>(StatusCommand::ShowSettings) && !m_actions.showSettings))
-            row.isEnabled = false;
-    }
-    return rows;
-}
-
 void StatusBarController::chooseRow(int command)
 {
-    const QList<StatusMenuRow> rows = menuRows(StatusBarState::of(m_store));
+    const QList<StatusMenuRow> rows = makeMenu(StatusBarState::of(m_store));
     // What was chosen in a menu that is out of date may not be there any more.
     const bool isOffered = std::any_of(rows.begin(), rows.end(), [command](const StatusMenuRow &row) {
         return row.command == command && row.isEnabled;

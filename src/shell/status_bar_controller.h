@@ -19,8 +19,8 @@ public:
     struct Actions
     {
         std::function<void()> showPanel;    ///< Leaves ghost mode and brings the panel to the front.
-        std::function<void()> showSettings; ///< Empty while there is no such window.
-        std::function<void()> showAIChat;   ///< Empty while there is no such window.
+        std::function<void()> showSettings;
+        std::function<void()> showAIChat;
         std::function<void()> hidePanel;
         std::function<void()> quit;
     };
@@ -34,7 +34,6 @@ private:
     void updateStatusItem();
     void statusItemClicked();
     void popUpMenu();
-    [[nodiscard]] QList<StatusMenuRow> menuRows(const StatusBarState &state) const;
     void chooseRow(int command);
     void choose(StatusCommand command);
     void showPanel();

@@ -17,6 +17,8 @@ MinutesBox::MinutesBox(const QString &name, int maximum, QWidget *parent)
     setPrefix(name + QStringLiteral(": "));
     setSuffix(QStringLiteral(" 分"));
     setRange(1, maximum);
+    // On the way to 90, the 9 would cut short a phase that has not begun.
+    setKeyboardTracking(false);
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     m_field->commit();

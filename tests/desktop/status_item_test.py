@@ -88,6 +88,11 @@ def check_rows(session, item):
     session.wait_no_window(PANEL)
     item.press("show")
     session.wait_window(PANEL)
+    for row, title in (("chat", "Wrenfold AI"), ("settings", "Wrenfold Settings")):
+        item.press(row)
+        session.wait_active(session.wait_window(title))
+        session.press("Escape")
+        session.wait_no_window(title)
     item.press("pin")
     session.wait_for(lambda: session.document()["isHardPinned"] is False, "the panel not to be kept on top")
     item.press("list")

@@ -50,7 +50,7 @@ def main():
         session.wait_window(PANEL)
         wait_icon(session)
         session.picture("shown")
-        press_row(session, "Down", "Down", "Down", "Return")  # What informs or is not there yet is left out.
+        press_row(session, "Down", "Down", "Down", "Down", "Down", "Return")  # What only informs is left out.
         session.wait_no_window(PANEL)
         click(session, LEFT)
         session.wait_window(PANEL)

@@ -40,20 +40,55 @@ private Q_SLOTS:
         QCOMPARE(QApplication::exec(), 0);
     }
 
-    void rowsOfWindowsThatAreNotThereAreDisabled()
+    void everyWayToTheSettingsAndTheChatOpensThem()
+    {
+        const QString settings = QStringLiteral("Wrenfold Settings");
+        const QString chat = QStringLiteral("Wrenfold AI");
+        const auto isOpen = [](const QString &title) {
+            const QWidgetList windows = QApplication::topLevelWidgets();
+            for (QWidget *window : windows) {
+                if (window->isVisible() && window->windowTitle() == title)
+                    return window->close();
+            }
+            return false;
+        };
+        Program program;
+        program.start();
+        QVERIFY(program.fakes.statusItem->choose(QStringLiteral("設定...")));
+        QVERIFY(isOpen(settings));
+        QVERIFY(program.fakes.statusItem->choose(QStringLiteral("AIチャット")));
+        QVERIFY(isOpen(chat));
+        QVERIFY(click(*program.panel(), QStringLiteral("設定...")));
+        QVERIFY(isOpen(settings));
+        QVERIFY(click(*program.panel(), QStringLiteral("AIチャットを開く")));
+        QVERIFY(isOpen(chat));
+        QTest::keyClick(program.panel(), Qt::Key_Comma, Qt::ControlModifier);
+        QVERIFY(isOpen(settings));
+        for (const auto &[entry, title] :
+             {std::pair(QStringLiteral("設定..."), settings), {QStringLiteral("AIチャット"), chat}}) {
+            QMenu *menu = program.openMenuOn(QStringLiteral("パネルを隠す"));
+            QVERIFY(menu);
+            menuEntry(*menu, entry)->trigger();
+            menu->close();
+            QVERIFY(isOpen(title));
+        }
+    }
+
+    void theApplicationsKeysWorkInTheSettingsAndTheChat()
     {
         Program program;
         program.start();
-        const QList<StatusMenuRow> rows = program.fakes.statusItem->openMenu();
-        QStringList found;
-        for (const StatusMenuRow &row : rows) {
-            if (row.title != QStringLiteral("設定...") && row.title != QStringLiteral("AIチャット"))
-                continue;
-            found.append(row.title);
-            QVERIFY(!row.isEnabled);
-        }
-        QCOMPARE(found, QStringList({QStringLiteral("AIチャット"), QStringLiteral("設定...")}));
-        QVERIFY(!program.fakes.statusItem->choose(QStringLiteral("設定...")));
+        program.add(QStringLiteral("a"));
+        QVERIFY(program.fakes.statusItem->choose(QStringLiteral("AIチャット")));
+        QWidget *chat = QApplication::activeWindow();
+        QVERIFY(chat);
+        QTest::keyClick(chat, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(program.savedTitles(), QString());
+        QTest::keyClick(chat, Qt::Key_Comma, Qt::ControlModifier);
+        QWidget *settings = QApplication::activeWindow();
+        QVERIFY(settings != chat);
+        QTest::keyClick(settings, Qt::Key_Y, Qt::ControlModifier);
+        QCOMPARE(program.savedTitles(), QStringLiteral("a"));
     }
 
     void theKeyPHidesAPanelInSightAndShowsItAgainWithTheFocus()

@@ -231,17 +231,6 @@ private Q_SLOTS:
         QVERIFY(!shown.store().isTimerRunning.value());
     }
 
-    void rowsWithoutTheirActionAreDisabledAndDoNothing()
-    {
-        StoreOnFakes fakes{TaskList{}};
-        FakeStatusItem item;
-        const StatusBarController controller(fakes.store, fakes.clock, item, {});
-        QVERIFY(!item.choose(QStringLiteral("設定...")));
-        QVERIFY(!item.choose(QStringLiteral("AIチャット")));
-        item.chooseCommand(static_cast<int>(StatusCommand::ShowSettings));
-        item.chooseCommand(static_cast<int>(StatusCommand::ShowAIChat));
-    }
-
     void atMidnightTheCountOfTheDayStartsAnew()
     {
         ItemOnFakes shown;

@@ -111,6 +111,7 @@ private Q_SLOTS:
         box->setFocus();
         box->selectAll();
         QTest::keyClicks(box, QStringLiteral("91"));
+        QTest::keyClick(box, Qt::Key_Return);
         QCOMPARE(minutes(settings, QStringLiteral("作業")), std::pair(9, 9));
         box->selectAll();
         QTest::keyClicks(box, QStringLiteral("90"));
@@ -125,7 +126,23 @@ private Q_SLOTS:
         box->setFocus();
         box->selectAll();
         QTest::keyClicks(box, QStringLiteral("-5a"));
+        QTest::keyClick(box, Qt::Key_Return);
         QCOMPARE(minutes(settings, QStringLiteral("作業")), std::pair(5, 5));
+    }
+
+    void aNumberIsTakenWhenItIsWhole()
+    {
+        SettingsInWindow settings;
+        QVERIFY(settings.show());
+        QSpinBox *box = settings.minutes(QStringLiteral("作業"));
+        box->setFocus();
+        box->selectAll();
+        QTest::keyClicks(box, QStringLiteral("30"));
+        QCOMPARE(settings.store.workDurationMinutes.value(), 25);
+        QCOMPARE(settings.store.remainingSeconds.value(), 25 * 60);
+        settings.box(login())->setFocus();
+        QCOMPARE(settings.store.workDurationMinutes.value(), 30);
+        QCOMPARE(settings.store.remainingSeconds.value(), 25 * 60);
     }
 
     void theSteppersFollowTheStore()
@@ -178,8 +195,7 @@ private Q_SLOTS:
         QCOMPARE(box->value(), 26);
         box->selectAll();
         QTest::keyClicks(box, QStringLiteral("7"));
-        QCOMPARE(settings.store.workDurationMinutes.value(), 7);
-        while (box->value() != 26 && settings.undone == 1)
+        while (box->text() != QStringLiteral("作業: 26 分") && settings.undone == 1)
             QTest::keyClick(box, Qt::Key_Z, Qt::ControlModifier);
         QCOMPARE(settings.undone, 1);
         QCOMPARE(settings.store.workDurationMinutes.value(), 26);
