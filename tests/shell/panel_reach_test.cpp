@@ -13,9 +13,20 @@ namespace {
 
 const QString hideText = QStringLiteral("パネルを隠す"); ///< Of the item's row.
 
+/// The window in sight that has this title, or null.
+QWidget *windowInSight(const QString &title)
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget *window : windows) {
+        if (window->isVisible() && window->windowTitle() == title)
+            return window;
+    }
+    return nullptr;
+}
+
 } // namespace
 
-/// The ways to the panel from elsewhere: the status item and the hot keys.
+/// The ways to the panel, and to the other windows: the status item, the menus and the hot keys.
 class PanelReachTest : public TestCase
 {
     Q_OBJECT
@@ -45,12 +56,8 @@ private Q_SLOTS:
         const QString settings = QStringLiteral("Wrenfold Settings");
         const QString chat = QStringLiteral("Wrenfold AI");
         const auto isOpen = [](const QString &title) {
-            const QWidgetList windows = QApplication::topLevelWidgets();
-            for (QWidget *window : windows) {
-                if (window->isVisible() && window->windowTitle() == title)
-                    return window->close();
-            }
-            return false;
+            QWidget *window = windowInSight(title);
+            return window && window->close();
         };
         Program program;
         program.start();
@@ -62,6 +69,8 @@ private Q_SLOTS:
         QVERIFY(isOpen(settings));
         QVERIFY(click(*program.panel(), QStringLiteral("AIチャットを開く")));
         QVERIFY(isOpen(chat));
+        program.panel()->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(program.panel()));
         QTest::keyClick(program.panel(), Qt::Key_Comma, Qt::ControlModifier);
         QVERIFY(isOpen(settings));
         for (const auto &[entry, title] :
@@ -80,13 +89,13 @@ private Q_SLOTS:
         program.start();
         program.add(QStringLiteral("a"));
         QVERIFY(program.fakes.statusItem->choose(QStringLiteral("AIチャット")));
-        QWidget *chat = QApplication::activeWindow();
-        QVERIFY(chat);
+        QWidget *chat = windowInSight(QStringLiteral("Wrenfold AI"));
+        QVERIFY(QTest::qWaitForWindowActive(chat));
         QTest::keyClick(chat, Qt::Key_Z, Qt::ControlModifier);
         QCOMPARE(program.savedTitles(), QString());
         QTest::keyClick(chat, Qt::Key_Comma, Qt::ControlModifier);
-        QWidget *settings = QApplication::activeWindow();
-        QVERIFY(settings != chat);
+        QWidget *settings = windowInSight(QStringLiteral("Wrenfold Settings"));
+        QVERIFY(QTest::qWaitForWindowActive(settings));
         QTest::keyClick(settings, Qt::Key_Y, Qt::ControlModifier);
         QCOMPARE(program.savedTitles(), QStringLiteral("a"));
     }

@@ -53,7 +53,7 @@ private Q_SLOTS:
         panel.store.deleteTask(panel.fakes.task(b));
         QVERIFY(panel.show());
         QStringList stops;
-        for (int i = 0; i < 16; ++i) {
+        for (int i = 0; i < 18; ++i) {
             panel.press(Qt::Key_Tab);
             stops.append(panel.focused());
         }
@@ -71,6 +71,8 @@ private Q_SLOTS:
                                       QStringLiteral("最前面固定: オン"),
                                       QStringLiteral("元に戻す（⌘Z）"),
                                       QStringLiteral("AIで優先順に並べ替え（GOALが基準）"),
+                                      QStringLiteral("AIチャットを開く"),
+                                      QStringLiteral("設定..."),
                                       QStringLiteral("パネルを隠す"),
                                       composerName};
         QCOMPARE(stops, expected);
