@@ -8,7 +8,8 @@ from session import Session, expect, program_to_test
 
 PANEL, SETTINGS, CHOOSER = "Wren Fold", "Wrenfold Settings", "ブロックするアプリを選択"
 TIME = (70, 14, 120, 46)  # x, y, width and height of the panel's timer
-# Points in the window.
+NOWHERE = (172, 480)  # a point in the panel
+# Points in the settings.
 WORK_MINUTES = (50, 194)
 API_KEY = (300, 112)
 NAME = "A & B_c <b>x</b>"
@@ -55,7 +56,7 @@ def types_a_key(session, settings):
 def blocks_an_application(session, settings):
     before = len(session.document()["blockedApps"])
     session.press("ctrl+Next", "ctrl+Next")
-    session.press("Tab", "Tab", "Tab", "Return")  # from the tabs past the switch and LINE to アプリを追加
+    session.press("Tab", "Tab", "Return")  # from the switch past LINE to アプリを追加
     chooser = session.wait_window(CHOOSER)
     session.wait_active(chooser)
     session.type_text("b_c")
@@ -71,7 +72,9 @@ def opens_it_again_in_its_place(session, settings):
     place = session.geometry(settings)
     session.press("Escape")
     session.wait_no_window(SETTINGS)
-    session.wait_active(session.wait_window(PANEL))
+    panel = session.wait_window(PANEL)
+    session.click(panel, *NOWHERE)  # openbox gives the keyboard to nobody
+    session.wait_active(panel)
     again = open_settings(session)
     expect(again == settings, "the settings came as another window")
     session.wait_for(lambda: session.geometry(again) == place, f"the settings at {place}")
