@@ -15,6 +15,8 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include <cstdlib>
+
 namespace wrenfold {
 
 SettingsView::SettingsView(FocusStore &store, Clock &clock, InstalledApplications &applications,
@@ -62,13 +64,20 @@ void SettingsView::changeEvent(QEvent *event)
     QWidget::changeEvent(event);
 }
 
-/// Boxes and fields are told from a surface of the same colour by faint edges only.
+/// Boxes and fields are told from a surface of nearly the same colour by faint edges only.
 void SettingsView::applyTheme()
 {
+    constexpr int leastDistance = 12; // Of their lightness.
     const QPalette desktop = QGuiApplication::palette();
+    const auto distance = [window = desktop.color(QPalette::Window)](const QColor &color) {
+        return std::abs(color.lightness() - window.lightness());
+    };
     QPalette colors;
-    if (desktop.color(QPalette::Base) == desktop.color(QPalette::Window))
-        colors.setColor(QPalette::Base, Theme::current().background);
+    if (distance(desktop.color(QPalette::Base)) < leastDistance) {
+        const QColor paper = Theme::current().background;
+        const QColor raised = Theme::current().tagSurface(Theme::current().ink);
+        colors.setColor(QPalette::Base, distance(paper) < distance(raised) ? raised : paper);
+    }
     setPalette(colors);
 }
 

@@ -276,15 +276,21 @@ private Q_SLOTS:
 
     void aBoxIsToldFromItsSurface()
     {
-        QPalette flat(QColor(0x33, 0x36, 0x3b));
-        flat.setColor(QPalette::Base, flat.color(QPalette::Window));
-        QApplication::setPalette(flat);
-        SettingsInWindow settings;
-        QVERIFY(settings.show(SettingsInWindow::General));
-        const QCheckBox *box = settings.box(QStringLiteral("ログイン時に起動"));
-        QCOMPARE(box->palette().color(QPalette::Base), Theme::dark().background);
-        QApplication::setPalette(QPalette());
-        QTRY_COMPARE(box->palette().color(QPalette::Base), QApplication::palette().color(QPalette::Base));
+        for (const QColor &window :
+             {QColor(0x33, 0x36, 0x3b), QColor(0x20, 0x21, 0x26), QColor(0xf4, 0xf4, 0xf4)}) {
+            QPalette flat(window);
+            flat.setColor(QPalette::Base, window.darker(104));
+            QApplication::setPalette(flat);
+            SettingsInWindow settings;
+            QVERIFY(settings.show(SettingsInWindow::General));
+            const QColor base =
+                settings.box(QStringLiteral("ログイン時に起動"))->palette().color(QPalette::Base);
+            QVERIFY2(qAbs(base.lightness() - window.lightness()) > 6, qPrintable(window.name()));
+            QVERIFY(contrast(QApplication::palette().color(QPalette::Text), base) >= 4.5);
+            QApplication::setPalette(QPalette());
+            QTRY_COMPARE(settings.box(QStringLiteral("ログイン時に起動"))->palette().color(QPalette::Base),
+                         QApplication::palette().color(QPalette::Base));
+        }
     }
 
 private:
