@@ -111,45 +111,43 @@ void AIChatView::askForNextStep()
     send();
 }
 
+template<typename Result, typename Take>
+void AIChatView::await(AIChatRequest request, const QFuture<Result> &answer, Take take)
+{
+    follow();
+    onAnswer(
+        answer, this,
+        [this, take](const Result &result) {
+            take(result);
+            follow();
+        },
+        [this, request](const AIError &error) {
+            m_state.fail(request, error);
+            follow();
+        });
+}
+
 void AIChatView::askGeneralQuestion(const QString &text)
 {
     if (!m_state.begin(AIChatRequest::Answer))
         return;
-    follow();
-    onAnswer(
-        m_store.askAssistant(text), this,
-        [this](const QString &answer) {
-            m_state.answer(answer);
-            follow();
-        },
-        [this](const AIError &error) {
-            m_state.fail(AIChatRequest::Answer, error);
-            follow();
-        });
+    await(AIChatRequest::Answer, m_store.askAssistant(text),
+          [this](const QString &answer) { m_state.answer(answer); });
 }
 
 void AIChatView::requestSortProposal()
 {
     if (!m_state.begin(AIChatRequest::Sort))
         return;
-    follow();
-    onAnswer(
-        m_store.proposePriorityOrderWithLLM(), this,
-        [this](const QList<QUuid> &ids) {
-            m_state.propose(sortProposal(ids, m_store.tasks.value()));
-            follow();
-        },
-        [this](const AIError &error) {
-            m_state.fail(AIChatRequest::Sort, error);
-            follow();
-        });
+    await(AIChatRequest::Sort, m_store.proposePriorityOrderWithLLM(),
+          [this](const QList<QUuid> &ids) { m_state.propose(sortProposal(ids, m_store.tasks.value())); });
 }
 
 void AIChatView::requestSubtaskProposal()
 {
-    const std::optional<TaskItem> task = m_store.activeTask();
     if (m_state.isSending)
         return;
+    const std::optional<TaskItem> task = m_store.activeTask();
     if (!task) {
         m_state.missTaskToSplit();
         follow();
@@ -157,17 +155,8 @@ void AIChatView::requestSubtaskProposal()
     }
     if (!m_state.begin(AIChatRequest::Split))
         return;
-    follow();
-    onAnswer(
-        m_store.proposeSubtasksWithLLM(*task), this,
-        [this, task = *task](const QStringList &titles) {
-            m_state.propose(splitProposal(task, titles));
-            follow();
-        },
-        [this](const AIError &error) {
-            m_state.fail(AIChatRequest::Split, error);
-            follow();
-        });
+    await(AIChatRequest::Split, m_store.proposeSubtasksWithLLM(*task),
+          [this, task = *task](const QStringList &titles) { m_state.propose(splitProposal(task, titles)); });
 }
 
 void AIChatView::applyProposal(const AIActionProposal &proposal)
@@ -191,8 +180,12 @@ void AIChatView::cancelProposal()
 
 void AIChatView::follow()
 {
-    for (TextButton *button : std::as_const(m_quickActions))
+    for (TextButton *button : std::as_const(m_quickActions)) {
+        // Disabled, it would hand the focus on to whatever comes next.
+        if (m_state.isSending && button->hasFocus())
+            focusComposer();
         button->setEnabled(!m_state.isSending);
+    }
     m_composer->setSendEnabled(!m_state.isSending);
     m_activityText->setText(m_state.activityText);
     m_activityLine->setVisible(!m_state.activityText.isEmpty());

@@ -3,6 +3,7 @@
 
 #include "ai/ai_chat_state.h"
 
+#include <QFuture>
 #include <QWidget>
 
 namespace wrenfold {
@@ -33,6 +34,9 @@ private:
     void requestSubtaskProposal();
     void askGeneralQuestion(const QString &text);
     void askForNextStep();
+    /// Shows what the request that has begun comes to; `take` puts an answer into the state.
+    template<typename Result, typename Take>
+    void await(AIChatRequest request, const QFuture<Result> &answer, Take take);
     void applyProposal(const AIActionProposal &proposal);
     void cancelProposal();
 

@@ -152,6 +152,16 @@ private Q_SLOTS:
         QVERIFY(desk.waitForRequest());
     }
 
+    void aQuickActionByKeyboardLeavesTheFocusInTheComposer()
+    {
+        ChatDesk desk;
+        PaintedButton *button = buttonNamed(desk.view, nextButton);
+        button->setFocus();
+        QTest::keyClick(button, Qt::Key_Space);
+        QVERIFY(desk.state().isSending);
+        QVERIFY(desk.field()->hasFocus());
+    }
+
     void aFailedQuestionShowsTheFixedText()
     {
         ChatDesk desk;
