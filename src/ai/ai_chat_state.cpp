@@ -140,7 +140,8 @@ void AIChatState::fail(AIChatRequest request, const AIError &error)
 
 void AIChatState::missTaskToSplit()
 {
-    append(AIChatMessage::Role::assistant, QStringLiteral("NOWに固定されたTODOがまだありません。"));
+    if (!isSending)
+        append(AIChatMessage::Role::assistant, QStringLiteral("NOWに固定されたTODOがまだありません。"));
 }
 
 void AIChatState::confirmProposal()

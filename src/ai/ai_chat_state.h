@@ -42,7 +42,7 @@ struct AIChatState
     void answer(const QString &text);
     void propose(const AIActionProposal &proposal);
     void fail(AIChatRequest request, const AIError &error);
-    /// There is no task to split, so nothing was begun.
+    /// There is no task to split, so nothing is begun. Nothing happens while a request runs.
     void missTaskToSplit();
 
     /// The pending proposal has been applied, or put away.

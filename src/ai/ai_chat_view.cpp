@@ -145,8 +145,6 @@ void AIChatView::requestSortProposal()
 
 void AIChatView::requestSubtaskProposal()
 {
-    if (m_state.isSending)
-        return;
     const std::optional<TaskItem> task = m_store.activeTask();
     if (!task) {
         m_state.missTaskToSplit();

@@ -5,6 +5,7 @@
 #include "ai/proposal_card.h"
 #include "look/overlay_scroll_bar.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QKeyEvent>
 #include <QScrollBar>
@@ -31,10 +32,21 @@ ChatTranscript::ChatTranscript(QWidget *parent)
     setFocusPolicy(Qt::TabFocus);
     viewport()->setAutoFillBackground(false);
     verticalScrollBar()->setSingleStep(lineStep);
-    m_overlayBar = new OverlayScrollBar(verticalScrollBar(), this);
+    new OverlayScrollBar(verticalScrollBar(), this);
+    setAccessibleName(QStringLiteral("会話"));
     m_card->hide();
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, const QWidget *focused) {
+        if (focused && m_card->isAncestorOf(focused))
+            revealInProposal(*focused);
+    });
     connect(m_card, &ProposalCard::confirmed, this, [this] { Q_EMIT proposalConfirmed(*m_proposal); });
     connect(m_card, &ProposalCard::cancelled, this, [this] { Q_EMIT proposalCancelled(*m_proposal); });
+}
+
+ChatTranscript::~ChatTranscript()
+{
+    // The bubbles outlive this class's own part of the object, and the focus still moves among them.
+    disconnect(qApp, nullptr, this, nullptr);
 }
 
 void ChatTranscript::setMessages(const QList<AIChatMessage> &messages)
@@ -134,7 +146,13 @@ MessageBubble *ChatTranscript::bubble(qsizetype index)
 {
     MessageBubble *&widget = m_shown[index];
     if (!widget) {
-        widget = m_spare.isEmpty() ? new MessageBubble(viewport()) : m_spare.takeLast();
+        if (m_spare.isEmpty()) {
+            widget = new MessageBubble(viewport());
+            connect(widget, &MessageBubble::selectionChanged, this,
+                    [this, made = widget] { clearOtherSelections(*made); });
+        } else {
+            widget = m_spare.takeLast();
+        }
         widget->setMessage(m_messages[index]);
         if (index < m_sizes.size())
             widget->setLineWrapColumnOrWidth(m_sizes[index].width());
@@ -174,11 +192,19 @@ void ChatTranscript::changeEvent(QEvent *event)
 void ChatTranscript::resizeEvent(QResizeEvent *event)
 {
     QAbstractScrollArea::resizeEvent(event);
-    if (event->oldSize().width() != event->size().width()) {
-        m_sizes.clear();
-        m_tops.resize(1);
+    if (event->oldSize().width() == event->size().width() || m_messages.isEmpty()) {
+        layOut();
+        return;
     }
+    // The message that is being read stays where it is, though those above it get higher or lower.
+    const bool wasAtEnd = isAtEnd();
+    const qsizetype reading = messageAt(verticalScrollBar()->value());
+    const int distance = verticalScrollBar()->value() - m_tops[reading];
+    m_sizes.clear();
+    m_tops.resize(1);
     layOut();
+    if (!wasAtEnd)
+        verticalScrollBar()->setValue(m_tops[reading] + std::min(distance, m_sizes[reading].height()));
 }
 
 void ChatTranscript::scrollContentsBy(int, int)
@@ -272,6 +298,28 @@ void ChatTranscript::focusMessage(qsizetype index, Qt::FocusReason reason)
     placeBubble(index);
     bubble(index)->setFocus(reason);
     scrollTo(m_tops[index], m_tops[index] + m_sizes[index].height());
+}
+
+/// Nobody confirms what he does not see: the whole card, and if that does not fit, at least the button.
+void ChatTranscript::revealInProposal(const QWidget &focused)
+{
+    scrollTo(proposalTop(), proposalTop() + m_card->height());
+    const int top = proposalTop() + focused.mapTo(m_card, QPoint()).y();
+    scrollTo(top, top + focused.height());
+}
+
+/// One selection in all of the conversation, as in one text.
+void ChatTranscript::clearOtherSelections(const MessageBubble &selected)
+{
+    if (!selected.textCursor().hasSelection())
+        return;
+    for (MessageBubble *bubble : std::as_const(m_shown)) {
+        QTextCursor cursor = bubble->textCursor();
+        if (bubble == &selected || !cursor.hasSelection())
+            continue;
+        cursor.clearSelection();
+        bubble->setTextCursor(cursor);
+    }
 }
 
 void ChatTranscript::scrollTo(int top, int bottom)

@@ -11,7 +11,6 @@
 namespace wrenfold {
 
 class MessageBubble;
-class OverlayScrollBar;
 class ProposalCard;
 
 /// The conversation from the top down, the user's messages on the right and the assistant's on the left; below them the
@@ -25,6 +24,7 @@ class ChatTranscript : public QAbstractScrollArea
 
 public:
     explicit ChatTranscript(QWidget *parent = nullptr);
+    ~ChatTranscript() override;
 
     /// Those that were there before are the first of these.
     void setMessages(const QList<AIChatMessage> &messages);
@@ -59,9 +59,10 @@ private:
     [[nodiscard]] qsizetype messageAt(int y) const; ///< `y` counts from the top of the transcript.
     [[nodiscard]] qsizetype focusedIndex() const;
     void focusMessage(qsizetype index, Qt::FocusReason reason);
-    void scrollTo(int top, int bottom);
+    void scrollTo(int top, int bottom); ///< Both count from the top of the transcript.
+    void revealInProposal(const QWidget &focused);
+    void clearOtherSelections(const MessageBubble &selected);
 
-    OverlayScrollBar *m_overlayBar;
     QList<AIChatMessage> m_messages;
     QList<QSize> m_sizes; ///< Of the first messages; those that follow have yet to be measured.
     QList<int> m_tops;    ///< Of each measured message, and where the next one comes.

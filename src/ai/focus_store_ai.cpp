@@ -107,7 +107,7 @@ QFuture<QString> FocusStore::askAssistant(const QString &prompt)
 
 void FocusStore::importOpenRouterKeyFromOnePassword()
 {
-    apiImportStatus.set(QStringLiteral("1Passwordから取得中..."));
+    apiImportStatus.set(apiImportRunning());
     onAnswer(
         OpenRouterAPIKeyProvider::importFromOnePassword(m_answersOwner.get()), m_answersOwner.get(),
         [this](const QString &key) {

@@ -33,13 +33,18 @@ QPainterPath outline(const QRectF &rect, bool isOnRight)
 
 } // namespace
 
+MessageBubble::MessageBubble(QWidget *parent)
+    : SelectableText(parent)
+{
+    setPadding(padding);
+}
+
 void MessageBubble::setMessage(const AIChatMessage &message)
 {
     m_message = message;
     const bool isUser = message.role == AIChatMessage::Role::user;
     setColors(isUser ? &Theme::onAccent : &Theme::ink, isUser ? &Theme::onAccent : &Theme::accent,
               isUser ? &Theme::accent : &Theme::onAccent);
-    setPadding(padding);
     setText(message.text);
     setAccessibleDescription(isUser ? QStringLiteral("自分") : QStringLiteral("AI"));
 }
@@ -54,7 +59,9 @@ void MessageBubble::paintEvent(QPaintEvent *event)
         painter.setPen(isUser ? QPen(Qt::NoPen) : QPen(theme.line));
         painter.setBrush(isUser ? theme.accent : theme.card);
         painter.drawPath(outline(QRectF(viewport()->rect()).adjusted(0.5, 0.5, -0.5, -0.5), isUser));
-        if (showsFocus())
+        if (showsFocus() && isUser)
+            Painting::focusRingOnAccent(painter, viewport()->rect(), Metrics::bubbleRadius);
+        else if (showsFocus())
             Painting::focusRing(painter, viewport()->rect(), Metrics::bubbleRadius);
     }
     SelectableText::paintEvent(event);

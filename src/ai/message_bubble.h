@@ -12,7 +12,7 @@ class MessageBubble : public SelectableText
     Q_OBJECT
 
 public:
-    using SelectableText::SelectableText;
+    explicit MessageBubble(QWidget *parent = nullptr);
 
     void setMessage(const AIChatMessage &message);
     [[nodiscard]] const AIChatMessage &message() const { return m_message; }

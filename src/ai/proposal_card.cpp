@@ -29,6 +29,7 @@ ProposalCard::ProposalCard(QWidget *parent)
     m_detail->setFont(Fonts::small());
     m_detail->setColor(&Theme::secondaryInk);
     m_detail->setMaximumLines(mostLines);
+    m_detail->setTextDirection(Qt::LeftToRight);
     connect(m_confirm, &TextButton::clicked, this, &ProposalCard::confirmed);
     connect(cancel, &TextButton::clicked, this, &ProposalCard::cancelled);
 
@@ -69,7 +70,9 @@ void ProposalCard::setProposal(const AIActionProposal &proposal)
     for (const QString &title : proposal.items) {
         auto *label = new TextLabel(QStringLiteral("%1. ").arg(++number) + title, this);
         label->setMaximumLines(mostLines);
+        label->setTextDirection(Qt::LeftToRight); // The number is in front, whatever follows.
         m_items->addWidget(label);
+        label->show(); // Or its layout leaves it out until later, if the card is in sight already.
     }
 }
 

@@ -47,6 +47,17 @@ qreal hairline(const QPainter &painter)
     return std::floor(scale) / scale;
 }
 
+/// As wide as a focus ring.
+void outlineRing(QPainter &painter, const QRectF &rect, qreal radius, const QColor &color)
+{
+    const SavedPainter saved(painter);
+    const qreal width = Theme::current().focusRingWidth;
+    const qreal inset = width / 2;
+    painter.setPen(QPen(color, width));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), radius - inset, radius - inset);
+}
+
 } // namespace
 
 void Painting::roundedCard(QPainter &painter, const QRectF &wholeRect, qreal radius, const CardColors &colors)
@@ -81,12 +92,14 @@ void Painting::dashedOutline(QPainter &painter, const QRectF &rect, qreal radius
 
 void Painting::focusRing(QPainter &painter, const QRectF &rect, qreal radius)
 {
-    const SavedPainter saved(painter);
-    const Theme &theme = Theme::current();
-    const qreal inset = theme.focusRingWidth / 2;
-    painter.setPen(QPen(theme.accent, theme.focusRingWidth));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), radius - inset, radius - inset);
+    outlineRing(painter, rect, radius, Theme::current().accent);
+}
+
+void Painting::focusRingOnAccent(QPainter &painter, const QRectF &rect, qreal radius)
+{
+    constexpr qreal distance = 2;
+    outlineRing(painter, rect.adjusted(distance, distance, -distance, -distance), radius - distance,
+                Theme::current().onAccent);
 }
 
 void Painting::symbol(QPainter &painter, const QRectF &rect, const QString &name, const QColor &color,
@@ -134,10 +147,10 @@ void Painting::ring(QPainter &painter, const QRectF &rect, qreal fraction, const
 }
 
 void Painting::text(QPainter &painter, const QRectF &rect, const QString &text, const QFont &font,
-                    const QColor &color, Qt::Alignment alignment)
+                    const QColor &color, Qt::Alignment alignment, Qt::LayoutDirection direction)
 {
     const QFontMetricsF metrics(font);
-    const QString line = isolated(oneLine(text));
+    const QString line = isolated(oneLine(text), direction);
     qreal x = rect.left();
     if (alignment & Qt::AlignHCenter)
         x += (rect.width() - metrics.horizontalAdvance(line)) / 2;

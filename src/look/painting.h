@@ -27,6 +27,8 @@ void dashedOutline(QPainter &painter, const QRectF &rect, qreal radius, const QC
 
 /// The ring of the keyboard focus, just inside the rectangle.
 void focusRing(QPainter &painter, const QRectF &rect, qreal radius);
+/// The same on a surface of the accent, away from its edge.
+void focusRingOnAccent(QPainter &painter, const QRectF &rect, qreal radius);
 
 /// The symbol in the middle of the rectangle, on whole pixels.
 void symbol(QPainter &painter, const QRectF &rect, const QString &name, const QColor &color,
@@ -45,9 +47,10 @@ void check(QPainter &painter, const QRectF &rect, Check check, int size = Metric
 /// as long as `fraction` says, 0 to 1.
 void ring(QPainter &painter, const QRectF &rect, qreal fraction, const QColor &color);
 
-/// One line of plain text, vertically in the middle. The text is not elided; its bidi controls stay inside.
+/// One line of plain text, vertically in the middle. The text is not elided; its bidi controls stay inside. Its
+/// direction is that of its first letter, unless one is given.
 void text(QPainter &painter, const QRectF &rect, const QString &text, const QFont &font, const QColor &color,
-          Qt::Alignment alignment = Qt::AlignLeft);
+          Qt::Alignment alignment = Qt::AlignLeft, Qt::LayoutDirection direction = Qt::LayoutDirectionAuto);
 
 } // namespace Painting
 

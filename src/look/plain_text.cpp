@@ -13,12 +13,6 @@ constexpr char16_t rightToLeftIsolate = 0x2067;
 constexpr char16_t firstStrongIsolate = 0x2068;
 constexpr char16_t popIsolate = 0x2069;
 
-bool breaksLine(QChar character)
-{
-    return character.category() == QChar::Other_Control || character == QChar::LineSeparator ||
-           character == QChar::ParagraphSeparator;
-}
-
 bool opensIsolate(QChar character)
 {
     return character == leftToRightIsolate || character == rightToLeftIsolate ||
@@ -26,6 +20,12 @@ bool opensIsolate(QChar character)
 }
 
 } // namespace
+
+bool breaksLine(QChar character)
+{
+    return character.category() == QChar::Other_Control || character == QChar::LineSeparator ||
+           character == QChar::ParagraphSeparator;
+}
 
 QString plainToolTip(const QString &text)
 {
@@ -46,11 +46,13 @@ QString oneLine(const QString &text)
     return line;
 }
 
-QString isolated(const QString &text)
+QString isolated(const QString &text, Qt::LayoutDirection direction)
 {
     QString result;
     result.reserve(text.size() + 2);
-    result.append(QChar(firstStrongIsolate));
+    result.append(QChar(direction == Qt::LeftToRight   ? leftToRightIsolate
+                        : direction == Qt::RightToLeft ? rightToLeftIsolate
+                                                       : firstStrongIsolate));
     int open = 0;
     for (const QChar character : text) {
         if (opensIsolate(character))

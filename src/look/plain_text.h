@@ -12,11 +12,15 @@ namespace wrenfold {
 /// markup. Line breaks stay; long lines wrap. An empty text gives an empty tool tip.
 [[nodiscard]] QString plainToolTip(const QString &text);
 
+/// Whether the character is a line break, a tab or another control character.
+[[nodiscard]] bool breaksLine(QChar character);
+
 /// The text in one line: every line break, tab and other control character becomes a space.
 [[nodiscard]] QString oneLine(const QString &text);
 
-/// The text closed in so that neither its direction nor its bidi controls reach what stands beside it.
-[[nodiscard]] QString isolated(const QString &text);
+/// The text closed in so that neither its direction nor its bidi controls reach what stands beside it. Its direction is
+/// the one given, or that of its first letter.
+[[nodiscard]] QString isolated(const QString &text, Qt::LayoutDirection direction = Qt::LayoutDirectionAuto);
 
 struct ElidedText
 {

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "look/selectable_note.h"
 
+#include "look/copy_menu.h"
+
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QGuiApplication>
-#include <QMenu>
 
 namespace wrenfold {
 
@@ -28,15 +29,11 @@ bool SelectableNote::event(QEvent *event)
 
 void SelectableNote::contextMenuEvent(QContextMenuEvent *event)
 {
-    // Qt's own speaks the toolkit's language.
-    auto *menu = new QMenu(this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addAction(QStringLiteral("コピー"), this,
-                    [this] { QGuiApplication::clipboard()->setText(selectedText()); })
-        ->setEnabled(hasSelectedText());
-    menu->addAction(QStringLiteral("すべて選択"), this,
-                    [this] { setSelection(0, static_cast<int>(text().size())); });
-    menu->popup(event->globalPos());
+    const auto copy = [this] {
+        QGuiApplication::clipboard()->setText(hasSelectedText() ? selectedText() : text());
+    };
+    openCopyMenu(*this, event->globalPos(),
+                 {copy, [this] { setSelection(0, static_cast<int>(text().size())); }});
 }
 
 } // namespace wrenfold

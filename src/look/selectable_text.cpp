@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "look/selectable_text.h"
 
+#include "look/copy_menu.h"
+
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
-#include <QMenu>
 #include <QMimeData>
 #include <QTextDocumentFragment>
 #include <QTextFrame>
@@ -106,13 +107,12 @@ bool SelectableText::event(QEvent *event)
 
 void SelectableText::contextMenuEvent(QContextMenuEvent *event)
 {
-    // Qt's own speaks the toolkit's language.
-    auto *menu = new QMenu(this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addAction(QStringLiteral("コピー"), this, &SelectableText::copyText);
-    menu->addAction(QStringLiteral("すべて選択"), this, &SelectableText::selectAll);
-    menu->popup(event->reason() == QContextMenuEvent::Keyboard ? mapToGlobal(rect().center())
-                                                               : event->globalPos());
+    // By keyboard in the middle of what is in sight of a long text.
+    openCopyMenu(*this,
+                 event->reason() == QContextMenuEvent::Keyboard
+                     ? mapToGlobal(visibleRegion().boundingRect().center())
+                     : event->globalPos(),
+                 {[this] { copyText(); }, [this] { selectAll(); }});
 }
 
 QMimeData *SelectableText::createMimeDataFromSelection() const

@@ -80,7 +80,9 @@ void TextButton::paintEvent(QPaintEvent *)
         text.setLeft(symbolWidth());
     }
     Painting::text(painter, text, m_label, font, ink, Qt::AlignHCenter);
-    if (showsFocus())
+    if (showsFocus() && m_kind == Kind::Primary)
+        Painting::focusRingOnAccent(painter, rect(), radius);
+    else if (showsFocus())
         Painting::focusRing(painter, rect(), radius);
 }
 

@@ -46,6 +46,12 @@ void TextLabel::setStruckOut(bool isStruckOut)
     update();
 }
 
+void TextLabel::setTextDirection(Qt::LayoutDirection direction)
+{
+    m_textDirection = direction;
+    update();
+}
+
 void TextLabel::setMaximumLines(int lines)
 {
     m_maximumLines = lines;
@@ -116,7 +122,8 @@ void TextLabel::paintEvent(QPaintEvent *)
     const int lineHeight = fontMetrics().height();
     qreal top = (height() - lineHeight * static_cast<int>(lines.size())) / 2.0;
     for (const QString &line : lines) {
-        Painting::text(painter, QRectF(0, top, width(), lineHeight), line, lineFont, theme.*m_color);
+        Painting::text(painter, QRectF(0, top, width(), lineHeight), line, lineFont, theme.*m_color,
+                       Qt::AlignLeft, m_textDirection);
         top += lineHeight;
     }
     if (hasFocus() && m_keyboardFocus.isShown())

@@ -24,6 +24,8 @@ public:
     /// Ink at first.
     void setColor(Theme::Color color);
     void setStruckOut(bool isStruckOut);
+    /// Of each line; at first as its first letter has it. For a sentence of ours that quotes a text of the user's.
+    void setTextDirection(Qt::LayoutDirection direction);
     /// One at first. The height follows the lines needed.
     void setMaximumLines(int lines);
 
@@ -60,6 +62,7 @@ private:
     QString m_help;
     Theme::Color m_color = &Theme::ink;
     int m_maximumLines = 1;
+    Qt::LayoutDirection m_textDirection = Qt::LayoutDirectionAuto;
     bool m_isStruckOut = false;
     bool m_isClickable = false;
     bool m_isPressed = false;

@@ -39,6 +39,9 @@ public:
     /// The key of the saved document in the preferences.
     static QString storageKey() { return QStringLiteral("Wrenfold.State.v1"); }
 
+    /// What apiImportStatus is exactly while an import runs.
+    static QString apiImportRunning() { return QStringLiteral("1Passwordから取得中..."); }
+
     /// What the store works with; all of it must outlive the store.
     struct Services
     {

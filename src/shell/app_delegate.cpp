@@ -155,7 +155,10 @@ void AppDelegate::prepareWindow(QWidget &window)
     m_appMenu->addTo(window);
     const FocusPanel &panel = panelController().panel();
     const QRect visibleFrame = panel.screen()->availableGeometry();
-    window.move(besidePanel(window.size(), visibleFrame, panel.geometry()).topLeft());
+    constexpr QSize frame(8, 32); // About what window managers put around a window.
+    const QSize size = (window.size() + frame).boundedTo(visibleFrame.size());
+    window.resize(size - frame);
+    window.move(besidePanel(size, visibleFrame, panel.geometry()).topLeft());
 }
 
 void AppDelegate::showPanel()

@@ -14,6 +14,7 @@
 #include <QLabel>
 #include <QListView>
 #include <QPushButton>
+#include <QScreen>
 #include <QSortFilterProxyModel>
 #include <QStandardPaths>
 #include <QVBoxLayout>
@@ -75,6 +76,8 @@ bool ApplicationChooser::eventFilter(QObject *watched, QEvent *event)
 void ApplicationChooser::showEvent(QShowEvent *event)
 {
     if (!event->spontaneous()) {
+        constexpr QSize frame(8, 32); // About what window managers put around a window.
+        resize(size().boundedTo(screen()->availableSize() - frame));
         m_chosen.clear();
         m_search->setCommittedText({});
         m_search->setFocus();
@@ -170,15 +173,22 @@ void ApplicationChooser::followSelection(const QItemSelection &selected, const Q
 
 void ApplicationChooser::showState()
 {
-    m_add->setEnabled(!m_chosen.isEmpty());
+    m_add->setEnabled(!m_chosen.isEmpty() || onlyFound().isValid());
     m_count->setText(m_chosen.isEmpty() ? QString() : QStringLiteral("%1個を選択中").arg(m_chosen.size()));
     m_note->setText(m_applications.isLoaded() ? QStringLiteral("見つかりません")
                                               : QStringLiteral("読み込み中..."));
     m_note->setVisible(m_found->rowCount() == 0);
 }
 
+QModelIndex ApplicationChooser::onlyFound() const
+{
+    return !m_search->text().isEmpty() && m_found->rowCount() == 1 ? m_found->index(0, 0) : QModelIndex();
+}
+
 void ApplicationChooser::add()
 {
+    if (m_chosen.isEmpty() && onlyFound().isValid())
+        m_chosen.insert(onlyFound().data(ApplicationList::PathRole).toString());
     QList<QUrl> files;
     for (int row = 0; row < m_list->rowCount(); ++row) {
         const QString path = m_list->index(row).data(ApplicationList::PathRole).toString();

@@ -46,6 +46,8 @@ private:
     void filter(const QString &text);
     void followSelection(const QItemSelection &selected, const QItemSelection &deselected);
     void showState();
+    /// The one that a search has found; invalid if it has found none, or several.
+    [[nodiscard]] QModelIndex onlyFound() const;
     void add();
     void browse();
     void finish(const QList<QUrl> &files);

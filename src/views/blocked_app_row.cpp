@@ -73,8 +73,9 @@ void BlockedAppRow::setApp(const BlockedApp &app)
         return;
     m_app = app;
     m_icon->setApp(app);
-    m_name->setText(app.name);
-    m_remove->setAccessibleDescription(app.name);
+    const QString name = app.name.trimmed().isEmpty() ? app.id : app.name;
+    m_name->setText(name);
+    m_remove->setAccessibleDescription(name);
 }
 
 } // namespace wrenfold

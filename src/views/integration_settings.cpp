@@ -83,9 +83,8 @@ void IntegrationSettings::addImport(QBoxLayout *section)
     connect(import, &QPushButton::clicked, this, [this] { m_store.importOpenRouterKeyFromOnePassword(); });
     NoteLabel *status = addNote(section, {});
     keep(m_store.apiImportStatus.watch([import, status](const QString &text) {
-        // The import runs exactly while this is its status.
-        const QString running = QStringLiteral("1Passwordから取得中...");
-        import->setText(text == running ? running : QStringLiteral("1Passwordから取り込む"));
+        import->setText(text == FocusStore::apiImportRunning() ? text
+                                                               : QStringLiteral("1Passwordから取り込む"));
         status->setState(text);
     }));
 }

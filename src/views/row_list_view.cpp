@@ -27,7 +27,7 @@ RowListView::RowListView(RowFactory factory, QWidget *parent)
     setFocusPolicy(Qt::NoFocus);
     viewport()->setAutoFillBackground(false);
     verticalScrollBar()->setSingleStep(Metrics::rowHeight);
-    m_overlayBar = new OverlayScrollBar(verticalScrollBar(), this);
+    new OverlayScrollBar(verticalScrollBar(), this);
     m_slide.setStartValue(1.0);
     m_slide.setEndValue(0.0);
     m_slide.setEasingCurve(QEasingCurve::InOutQuad);

@@ -11,7 +11,6 @@
 
 namespace wrenfold {
 
-class OverlayScrollBar;
 class PanelRowWidget;
 
 /// The panel's scrolling list. It has widgets for the rows in sight only and hands them on as the list
@@ -76,7 +75,6 @@ private:
     void noteFocus(QWidget *focused);
 
     RowFactory m_factory;
-    OverlayScrollBar *m_overlayBar;
     QList<PanelRow> m_rows;
     QList<int> m_tops; ///< Of each row, and of the end, from the top of the list.
     QHash<PanelRow::Identity, PanelRowWidget *> m_shown;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "views/setting_field.h"
 
+#include "look/plain_text.h"
+
 #include <QFocusEvent>
 #include <QSignalBlocker>
 #include <QValidator>
@@ -10,12 +12,6 @@
 namespace wrenfold {
 
 namespace {
-
-bool breaksLine(QChar character)
-{
-    return character.category() == QChar::Other_Control || character == QChar::LineSeparator ||
-           character == QChar::ParagraphSeparator;
-}
 
 /// A validator hears of text however it comes: pasted, dropped, or from an input method.
 class WithoutLineBreaks : public QValidator

@@ -104,6 +104,11 @@ private Q_SLOTS:
         QTEST(requestOf(text), "request");
     }
 
+    void anEnglishMessageWithTheWordSortInCapitalsIsASortRequest()
+    {
+        QCOMPARE(requestOf(u("Please SORT my list")), AIChatRequest::Sort);
+    }
+
     void aMessageThatMatchesBothIsASortRequest()
     {
         const QString both = u("優先するサブタスクは？");
@@ -230,6 +235,14 @@ private Q_SLOTS:
         QVERIFY(state.pendingProposal);
         state.answer(u("はい"));
         QVERIFY(state.pendingProposal);
+    }
+
+    void thatThereIsNoTaskToSplitIsNotSaidWhileARequestRuns()
+    {
+        AIChatState state;
+        QVERIFY(state.begin(AIChatRequest::Answer));
+        state.missTaskToSplit();
+        QCOMPARE(state.messages.size(), 1);
     }
 
     void withoutATaskToSplitNothingIsPutAway()

@@ -1,17 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "ai/chat_transcript.h"
-#include "ai/message_bubble.h"
-#include "ai/proposal_card.h"
-#include "look/text_button.h"
-#include "support/offscreen_silence.h"
+#include "ai/transcript_in_window.h"
 #include "support/painted_text.h"
 #include "support/test_case.h"
-#include "views/view_probes.h"
 
 #include <QApplication>
 #include <QClipboard>
-#include <QScrollBar>
-#include <QSignalSpy>
 
 namespace wrenfold {
 
@@ -21,65 +14,6 @@ QString u(const char *text)
 {
     return QString::fromUtf8(text);
 }
-
-AIChatMessage message(const QString &text, AIChatMessage::Role role = AIChatMessage::Role::assistant)
-{
-    return {QUuid::createUuid(), role, text};
-}
-
-AIActionProposal proposal()
-{
-    return {QUuid::createUuid(),   u("Title"), u("Detail"),
-            {u("one"), awkward()}, u("Yes"),   AIActionProposal::Sort{}};
-}
-
-/// A window with a transcript between two buttons.
-struct Window : QWidget
-{
-    OffscreenSilence silence;
-    TextButton before{u("before"), TextButton::Kind::Plain, this};
-    ChatTranscript transcript{this};
-    TextButton after{u("after"), TextButton::Kind::Plain, this};
-    QList<AIChatMessage> messages;
-
-    Window()
-    {
-        resize(416, 400);
-        before.setGeometry(0, 0, 60, 28);
-        transcript.setGeometry(0, 30, 416, 300);
-        after.setGeometry(0, 340, 60, 28);
-        show();
-        activateWindow();
-        (void)QTest::qWaitForWindowActive(this);
-    }
-
-    void add(const QString &text, AIChatMessage::Role role = AIChatMessage::Role::assistant)
-    {
-        messages.append(message(text, role));
-        transcript.setMessages(messages);
-    }
-    void addMany(int count)
-    {
-        for (int i = 0; i < count; ++i)
-            messages.append(message(QStringLiteral("message %1").arg(i)));
-        transcript.setMessages(messages);
-    }
-    [[nodiscard]] QScrollBar *bar() { return transcript.verticalScrollBar(); }
-    [[nodiscard]] MessageBubble *bubble(const QString &text)
-    {
-        for (MessageBubble *bubble : shown<MessageBubble>(transcript)) {
-            if (bubble->text() == text)
-                return bubble;
-        }
-        return nullptr;
-    }
-    /// Whether the whole of the message can be seen.
-    [[nodiscard]] bool isInSight(const QString &text)
-    {
-        const MessageBubble *found = bubble(text);
-        return found && transcript.viewport()->rect().contains(found->geometry());
-    }
-};
 
 /// What the entry of a menu in sight is called, and whether it was chosen.
 bool choose(const QString &entry)
@@ -107,7 +41,7 @@ class ChatTranscriptTest : public TestCase
 private Q_SLOTS:
     void theUserIsOnTheRightAndTheAssistantOnTheLeft()
     {
-        Window window;
+        TranscriptInWindow window;
         window.add(u("hello"));
         window.add(u("hi"), AIChatMessage::Role::user);
         QCOMPARE(window.bubble(u("hello"))->x(), 0);
@@ -117,7 +51,7 @@ private Q_SLOTS:
 
     void aMessageIsAtMostAsWideAsItsShareAndNothingIsCutOff()
     {
-        Window window;
+        TranscriptInWindow window;
         const QString link = u("https://example.org/") + QString(400, QLatin1Char('x'));
         for (const QString &text : {link, QString(300, QChar(0x3042)), u("a b ").repeated(100)}) {
             window.add(text);
@@ -131,7 +65,7 @@ private Q_SLOTS:
 
     void textIsShownExactly()
     {
-        Window window;
+        TranscriptInWindow window;
         window.add(awkward() + u("\n[x](https://example.org) **y**"));
         MessageBubble *bubble = window.bubble(window.messages[0].text);
         QCOMPARE(paintedText(*bubble), awkward() + u("[x](https://example.org) **y**"));
@@ -141,7 +75,7 @@ private Q_SLOTS:
 
     void itFollowsTheNewest()
     {
-        Window window;
+        TranscriptInWindow window;
         window.addMany(50);
         QVERIFY(window.isInSight(u("message 49")));
         window.add(u("newest"));
@@ -150,13 +84,14 @@ private Q_SLOTS:
 
     void itStaysWhereTheUserHasScrolledTo()
     {
-        Window window;
+        TranscriptInWindow window;
         window.addMany(50);
         window.bar()->setValue(100);
         window.add(u("newest"));
         QCOMPARE(window.bar()->value(), 100);
         QVERIFY(!window.bubble(u("newest")));
-        window.transcript.setProposal(proposal());
+        window.transcript.setProposal(
+            AIActionProposal{QUuid::createUuid(), u("Title"), {}, {}, u("Yes"), {}});
         QCOMPARE(window.bar()->value(), 100);
         window.transcript.scrollToEnd();
         window.add(u("newer"));
@@ -165,7 +100,7 @@ private Q_SLOTS:
 
     void itStaysAtTheEndWhenTheWindowChanges()
     {
-        Window window;
+        TranscriptInWindow window;
         window.addMany(50);
         for (const QSize &size : {QSize(300, 300), QSize(500, 150), QSize(400, 380)}) {
             window.transcript.resize(size);
@@ -176,7 +111,7 @@ private Q_SLOTS:
 
     void aNarrowerWindowBreaksTheLinesAnew()
     {
-        Window window;
+        TranscriptInWindow window;
         window.add(u("word ").repeated(30));
         const int before = window.bubble(window.messages[0].text)->height();
         window.transcript.resize(200, 300);
@@ -187,7 +122,7 @@ private Q_SLOTS:
 
     void thereAreWidgetsForMessagesInSightOnly()
     {
-        Window window;
+        TranscriptInWindow window;
         window.addMany(1000);
         for (const int value : {0, 5000, 20000})
             window.bar()->setValue(value);
@@ -198,7 +133,7 @@ private Q_SLOTS:
 
     void theWheelScrolls()
     {
-        Window window;
+        TranscriptInWindow window;
         window.addMany(50);
         MessageBubble *bubble = window.bubble(u("message 49"));
         const int before = window.bar()->value();
@@ -216,7 +151,7 @@ private Q_SLOTS:
 
     void aSelectionSurvivesScrolling()
     {
-        Window window;
+        TranscriptInWindow window;
         window.addMany(100);
         window.bubble(u("message 99"))->selectAll();
         window.bar()->setValue(0);
@@ -226,7 +161,7 @@ private Q_SLOTS:
 
     void aMessageIsCopiedFromItsMenu()
     {
-        Window window;
+        TranscriptInWindow window;
         window.add(u("one\ntwo"));
         MessageBubble *bubble = window.bubble(u("one\ntwo"));
         QContextMenuEvent event(QContextMenuEvent::Mouse, {5, 5}, bubble->mapToGlobal(QPoint(5, 5)));
@@ -237,7 +172,7 @@ private Q_SLOTS:
 
     void theKeyboardGoesFromMessageToMessage()
     {
-        Window window;
+        TranscriptInWindow window;
         window.addMany(50);
         window.before.setFocus();
         QTest::keyClick(&window.before, Qt::Key_Tab);
@@ -263,7 +198,7 @@ private Q_SLOTS:
 
     void aLongMessageIsReadLineByLineByKeyboard()
     {
-        Window window;
+        TranscriptInWindow window;
         window.add(u("first"));
         window.add(u("line\n").repeated(100));
         window.add(u("last"));
@@ -278,47 +213,45 @@ private Q_SLOTS:
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
     }
 
-    void theProposalIsReachedByKeyboard()
+    void aNewSelectionTakesTheOldOneAway()
     {
-        Window window;
-        window.add(u("hello"));
-        window.transcript.setProposal(proposal());
-        QSignalSpy confirmed(&window.transcript, &ChatTranscript::proposalConfirmed);
-        QSignalSpy cancelled(&window.transcript, &ChatTranscript::proposalCancelled);
-        window.before.setFocus();
-        QTest::keyClick(&window.before, Qt::Key_Tab);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        QCOMPARE(accessibleName(*QApplication::focusWidget()), u("Yes"));
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-        QCOMPARE(confirmed.size(), 1);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
-        QCOMPARE(cancelled.size(), 1);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Up);
-        QVERIFY(window.bubble(u("hello"))->hasFocus());
+        TranscriptInWindow window;
+        window.add(u("one"));
+        window.add(u("two"));
+        window.bubble(u("one"))->selectAll();
+        window.bubble(u("two"))->selectAll();
+        QVERIFY(!window.bubble(u("one"))->textCursor().hasSelection());
+        QVERIFY(window.bubble(u("two"))->textCursor().hasSelection());
     }
 
-    void theProposalLiesBelowTheMessages()
+    void whoHasScrolledUpGoesOnReadingInAnotherWidth()
     {
-        Window window;
-        window.addMany(30);
-        window.transcript.setProposal(proposal());
-        ProposalCard *card = shown<ProposalCard>(window.transcript).value(0);
-        QVERIFY(card);
-        QVERIFY(window.transcript.viewport()->rect().contains(card->geometry()));
-        QVERIFY(card->y() > window.bubble(u("message 29"))->geometry().bottom());
-        for (const QString &text : {u("Title"), u("Detail"), u("1. one"), u("2. ") + awkward()}) {
-            QVERIFY(labelSaying(*card, text));
-            QVERIFY(paintedText(*card).contains(text));
+        TranscriptInWindow window;
+        for (int i = 0; i < 60; ++i)
+            window.messages.append(message(QStringLiteral("%1 ").arg(i) + u("word ").repeated(40)));
+        window.transcript.setMessages(window.messages);
+        window.bar()->setValue(window.bar()->maximum() / 2);
+        const auto first = [&] {
+            QString text;
+            int top = INT_MAX;
+            for (const MessageBubble *bubble : shown<MessageBubble>(window.transcript)) {
+                if (bubble->geometry().bottom() >= 0 && bubble->y() < top) {
+                    top = bubble->y();
+                    text = bubble->text();
+                }
+            }
+            return text;
+        };
+        const QString before = first();
+        for (const int width : {250, 500, 416}) {
+            window.transcript.resize(width, 300);
+            QCOMPARE(first(), before);
         }
-        window.transcript.setProposal(std::nullopt);
-        QVERIFY(shown<ProposalCard>(window.transcript).isEmpty());
-        QVERIFY(window.isInSight(u("message 29")));
     }
 
     void anAnswerOfTwoHundredKilobytesIsShownWhole()
     {
-        Window window;
+        TranscriptInWindow window;
         const QString answer = u("とても長い答え ").repeated(8700);
         QVERIFY(answer.toUtf8().size() > 180'000);
         window.add(answer);

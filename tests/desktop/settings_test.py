@@ -8,8 +8,7 @@ from session import Session, expect, program_to_test
 
 PANEL, SETTINGS, CHOOSER = "Wren Fold", "Wrenfold Settings", "ブロックするアプリを選択"
 TIME = (70, 14, 120, 46)  # x, y, width and height of the panel's timer
-NOWHERE = (172, 480)  # a point in the panel
-# Points in the settings.
+# Points in the window.
 WORK_MINUTES = (50, 194)
 API_KEY = (300, 112)
 NAME = "A & B_c <b>x</b>"
@@ -72,9 +71,7 @@ def opens_it_again_in_its_place(session, settings):
     place = session.geometry(settings)
     session.press("Escape")
     session.wait_no_window(SETTINGS)
-    panel = session.wait_window(PANEL)
-    session.click(panel, *NOWHERE)  # openbox gives the keyboard to nobody
-    session.wait_active(panel)
+    session.wait_active(session.wait_window(PANEL))
     again = open_settings(session)
     expect(again == settings, "the settings came as another window")
     session.wait_for(lambda: session.geometry(again) == place, f"the settings at {place}")

@@ -5,6 +5,7 @@
 #include "look/plain_text.h"
 #include "look/text_button.h"
 #include "look/theme.h"
+#include "support/contrast.h"
 #include "support/painted_text.h"
 #include "support/test_case.h"
 #include "support/tool_tip.h"
@@ -76,6 +77,21 @@ class ButtonsTest : public TestCase
 
 private Q_SLOTS:
     void cleanup() { setWindowColor(Qt::white); }
+
+    void theFocusIsSeenOnThePrimaryButtonToo()
+    {
+        for (const QColor &windowColor : {QColor(Qt::white), QColor(Qt::black)}) {
+            setWindowColor(windowColor);
+            QWidget window;
+            TextButton button(QStringLiteral("OK"), TextButton::Kind::Primary);
+            showActive(window, button);
+            const QPoint onTheRing(button.width() / 2, 3);
+            QCOMPARE(picture(button).pixelColor(onTheRing), Theme::current().accent);
+            button.setFocus(Qt::TabFocusReason);
+            QVERIFY(contrast(picture(button).pixelColor(onTheRing), Theme::current().accent) >= 3);
+            button.setParent(nullptr);
+        }
+    }
 
     void anIconButtonReadsItsHelpExactly()
     {

@@ -12,6 +12,14 @@ class PlainTextTest : public TestCase
     Q_OBJECT
 
 private Q_SLOTS:
+    void aGivenDirectionHoldsWhateverTheFirstLetter()
+    {
+        const QString hebrew = QStringLiteral("שלום");
+        QCOMPARE(isolated(hebrew), QChar(0x2068) + hebrew + QChar(0x2069));
+        QCOMPARE(isolated(hebrew, Qt::LeftToRight), QChar(0x2066) + hebrew + QChar(0x2069));
+        QCOMPARE(isolated(hebrew, Qt::RightToLeft), QChar(0x2067) + hebrew + QChar(0x2069));
+    }
+
     void aToolTipShowsTheTextExactly_data()
     {
         QTest::addColumn<QString>("text");

@@ -111,6 +111,22 @@ private Q_SLOTS:
         QCOMPARE(text.textCursor().selectedText(), awkward);
     }
 
+    void theMenuOfALongTextOpensInItsPartInSight()
+    {
+        const OffscreenSilence silence;
+        QWidget view;
+        view.resize(200, 100);
+        SelectableText text(&view);
+        showFitted(text, QStringLiteral("line\n").repeated(200), 180);
+        view.show();
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, {}, {});
+        QCoreApplication::sendEvent(&text, &event);
+        const QWidget *menu = QApplication::activePopupWidget();
+        QVERIFY(menu);
+        QVERIFY(view.rect().contains(view.mapFromGlobal(menu->pos())));
+        QApplication::activePopupWidget()->close();
+    }
+
     void otherKeysAreLeftToWhatLiesAround()
     {
         SelectableText text;

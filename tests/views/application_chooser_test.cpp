@@ -160,6 +160,29 @@ private Q_SLOTS:
         QCOMPARE(open.chosenFiles(), QStringLiteral("net.browser org.mail"));
     }
 
+    void returnAddsTheOnlyOneThatASearchHasFound()
+    {
+        putFour();
+        OpenChooser open;
+        QVERIFY(open.open());
+        open.typeText(QStringLiteral("ma"));
+        QCOMPARE(open.names(), QStringLiteral("Mail"));
+        open.press(Qt::Key_Return);
+        QCOMPARE(open.chosenFiles(), QStringLiteral("org.mail"));
+    }
+
+    void returnAddsWhatIsChosenAndNotWhatASearchHasFoundBesides()
+    {
+        putFour();
+        OpenChooser open;
+        QVERIFY(open.open());
+        open.press(Qt::Key_Down);
+        QCOMPARE(open.selected(), QStringLiteral("Chat"));
+        open.typeText(QStringLiteral("ma"));
+        open.press(Qt::Key_Return);
+        QCOMPARE(open.chosenFiles(), QStringLiteral("org.chat"));
+    }
+
     void afterASearchTheArrowsBeginAtTheTop()
     {
         putFour();

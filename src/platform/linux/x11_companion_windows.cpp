@@ -54,6 +54,13 @@ bool X11CompanionWindows::areInSight() const
     });
 }
 
+bool X11CompanionWindows::isHidden(xcb_window_t window) const
+{
+    return std::any_of(m_companions.begin(), m_companions.end(), [window](const Companion &companion) {
+        return companion.window && !companion.window->isVisible() && idOf(*companion.window) == window;
+    });
+}
+
 void X11CompanionWindows::judge()
 {
     for (Companion &companion : m_companions) {

@@ -20,6 +20,7 @@ public:
     /// A window that is about to be shown, or to come to the front.
     void add(QWindow &window, CompanionKind kind);
     [[nodiscard]] bool areInSight() const;
+    [[nodiscard]] bool isHidden(xcb_window_t window) const; ///< False if it is none of them.
 
     /// Looks around, and tells the window manager what has changed for them.
     void judge();

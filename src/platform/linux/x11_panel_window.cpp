@@ -32,9 +32,12 @@ X11PanelWindow::X11PanelWindow()
     prepare(m_farewell, patience, &X11PanelWindow::showUnmanaged);
     m_connection.listenToRootProperties();
     qGuiApp->installNativeEventFilter(this);
-    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this] {
+    prepare(m_keyboardLoss, settled, &X11PanelWindow::takeUpKeyboard);
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this](const QWindow *focused) {
         m_isRaisingDue = true;
         m_judgement.start();
+        if (!focused)
+            m_keyboardLoss.start();
     });
 }
 
@@ -135,6 +138,15 @@ void X11PanelWindow::judge()
     // Once for each reason: a window manager that has another mind is not argued with.
     if (isInSight() && std::exchange(m_isRaisingDue, false))
         m_companions.raiseAbove(*m_window);
+}
+
+/// When a window is hidden, openbox gives the keyboard to none of those that are on every workspace: without another
+/// window nobody has it.
+void X11PanelWindow::takeUpKeyboard()
+{
+    if (isInSight() && !QGuiApplication::focusWindow() &&
+        m_companions.isHidden(m_surroundings.around(id()).active))
+        m_window->requestActivate();
 }
 
 void X11PanelWindow::judgeThePanel()

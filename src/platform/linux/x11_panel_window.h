@@ -47,6 +47,7 @@ private:
     void showUnmanaged();
     void returnToManager();
     void setUserTime(uint32_t time);
+    void takeUpKeyboard();
 
     [[nodiscard]] xcb_window_t id() const { return static_cast<xcb_window_t>(m_window->winId()); }
     [[nodiscard]] bool isInSight() const { return m_window && m_window->isVisible(); }
@@ -63,8 +64,9 @@ private:
     PanelStanding m_standing;
     bool m_isRaisingDue = false; ///< Of the window that has the keyboard, above the panel.
     QTimer m_settled;            ///< Runs until everybody has written what he writes when a window is shown.
-    QTimer m_judgement; ///< Runs until the next turn of the event loop; several events then count as one.
-    QTimer m_farewell;  ///< Runs while the window manager has yet to let go of the window.
+    QTimer m_judgement;    ///< Runs until the next turn of the event loop; several events then count as one.
+    QTimer m_farewell;     ///< Runs while the window manager has yet to let go of the window.
+    QTimer m_keyboardLoss; ///< Runs while the window manager may yet give somebody the keyboard.
 };
 
 } // namespace wrenfold
