@@ -74,7 +74,10 @@ ElidedText elided(const QString &text, const QFont &font, int width, int maximum
     ElidedText result;
     qsizetype start = 0;
     if (maximumLines > 1) {
+        QTextOption option;
+        option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
         QTextLayout layout(whole, font);
+        layout.setTextOption(option);
         layout.beginLayout();
         for (QTextLine line = layout.createLine(); line.isValid() && result.lines.size() + 1 < maximumLines;
              line = layout.createLine()) {

@@ -109,6 +109,17 @@ private Q_SLOTS:
         QVERIFY(!result.isElided);
     }
 
+    void aWordThatIsWiderThanALineIsBroken()
+    {
+        const QString word(60, QLatin1Char('x'));
+        const int width = QFontMetrics(QFont()).horizontalAdvance(word) * 2 / 3;
+        const ElidedText result = elided(QStringLiteral("a ") + word, QFont(), width, 3);
+        QVERIFY(!result.isElided);
+        QCOMPARE(result.lines.join(QString()).remove(QLatin1Char(' ')), QLatin1Char('a') + word);
+        for (const QString &line : result.lines)
+            QVERIFY(QFontMetrics(QFont()).horizontalAdvance(line) <= width);
+    }
+
     void aShortTextTakesOneLineOfTwo()
     {
         const ElidedText result = elided(QStringLiteral("short"), QFont(), 1000, 2);
