@@ -5,6 +5,8 @@
 
 #include <alsa/asoundlib.h>
 #include <canberra.h>
+#include <dlfcn.h>
+#include <link.h>
 
 #include <array>
 #include <chrono>
@@ -12,7 +14,9 @@
 #include <deque>
 #include <functional>
 #include <mutex>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace wrenfold {
 
@@ -34,6 +38,22 @@ namespace {
 void keepQuiet(const char * /*file*/, int /*line*/, const char * /*function*/, int /*error*/,
                const char * /*format*/, ...)
 {
+}
+
+/// libcanberra unloads its driver with the context, though a thread of the driver's may just be leaving it: the one of a
+/// sound that has said that it ended. So a driver that was loaded once stays.
+void keepDriversLoaded()
+{
+    std::vector<std::string> drivers; // Loading something while the list is walked could wait for itself.
+    const auto note = [](dl_phdr_info *library, size_t, void *names) {
+        const std::string name(library->dlpi_name);
+        if (name.find("/libcanberra-") != std::string::npos)
+            static_cast<std::vector<std::string> *>(names)->push_back(name);
+        return 0;
+    };
+    dl_iterate_phdr(note, &drivers);
+    for (const std::string &driver : drivers)
+        dlopen(driver.c_str(), RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE);
 }
 
 /// A way to the audio server, open from a sound on until it is closed or a sound fails. What fails leaves silence.
@@ -61,6 +81,7 @@ public:
             ca_proplist_sets(properties, CA_PROP_EVENT_ID, eventName);
             ca_proplist_sets(properties, CA_PROP_MEDIA_ROLE, "event");
             error = ca_context_play_full(m_context, 0, properties, finish, this);
+            keepDriversLoaded();
             ca_proplist_destroy(properties);
         }
         if (error != CA_SUCCESS)
