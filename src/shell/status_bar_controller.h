@@ -18,7 +18,7 @@ class StatusBarController
 public:
     struct Actions
     {
-        std::function<void()> showPanel;    ///< Leaves ghost mode and brings the panel to the front.
+        std::function<void()> showPanel; ///< Leaves ghost mode and brings the panel to the front.
         std::function<void()> showSettings;
         std::function<void()> showAIChat;
         std::function<void()> hidePanel;
