@@ -2,9 +2,9 @@
 #include "ai/chat_transcript.h"
 #include "look/theme.h"
 #include "support/budget.h"
+#include "support/painting_time.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QScrollBar>
 #include <QWheelEvent>
 
@@ -38,17 +38,6 @@ public:
     [[nodiscard]] QScrollBar *bar() { return m_transcript.verticalScrollBar(); }
     [[nodiscard]] QWidget &viewport() { return *m_transcript.viewport(); }
 
-    /// Milliseconds until what the operation did is painted.
-    template<typename Operation>
-    double measure(Operation operation)
-    {
-        QElapsedTimer timer;
-        timer.start();
-        operation();
-        QCoreApplication::processEvents();
-        return double(timer.nsecsElapsed()) / 1'000'000;
-    }
-
 private:
     ChatTranscript m_transcript;
     QList<AIChatMessage> m_messages;
@@ -78,7 +67,7 @@ void scroll(benchmark::State &state, void (*step)(TranscriptInWindow &, int))
         for (const int direction : {-1, 1}) {
             for (int i = 0; i < 100; ++i) {
                 const int before = transcript.bar()->value();
-                samples.push_back(transcript.measure([&] { step(transcript, direction); }));
+                samples.push_back(millisecondsUntilPainted([&] { step(transcript, direction); }));
                 if (transcript.bar()->value() == before)
                     state.SkipWithError("the transcript stands still");
             }
@@ -99,7 +88,7 @@ void arrival(benchmark::State &state, const char *text)
     std::vector<double> samples;
     for (auto _ : state) {
         transcript.add(answer);
-        samples.push_back(transcript.measure([&] { transcript.show(); }));
+        samples.push_back(millisecondsUntilPainted([&] { transcript.show(); }));
     }
     state.counters["arrival"] = percentile(50, samples);
 }

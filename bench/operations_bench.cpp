@@ -4,13 +4,13 @@
 #include "platform/system_clock.h"
 #include "support/bench_file_system.h"
 #include "support/budget.h"
+#include "support/painting_time.h"
 #include "support/quiet_services.h"
 #include "support/sample_state.h"
 #include "views/focus_panel_view.h"
 #include "views/row_list_view.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QLoggingCategory>
 #include <QMouseEvent>
 #include <QScrollBar>
@@ -50,17 +50,6 @@ public:
     [[nodiscard]] RowListView &list()
     {
         return *m_view->findChild<RowListView *>(QString(), Qt::FindDirectChildrenOnly);
-    }
-
-    /// Milliseconds until the operation is done and saved and the panel shows it, painting included.
-    template<typename Operation>
-    double measure(Operation operation)
-    {
-        QElapsedTimer timer;
-        timer.start();
-        operation();
-        QCoreApplication::processEvents();
-        return double(timer.nsecsElapsed()) / 1'000'000;
     }
 
     /// What the pointer does at a place of the list, with its left button.
@@ -103,7 +92,7 @@ void measureRound(PanelOnDisk &panel, std::mt19937 &random, Samples &samples)
 {
     FocusStore &store = panel.store();
     const auto note = [&](const char *name, auto operation) {
-        samples[name].push_back(panel.measure(operation));
+        samples[name].push_back(millisecondsUntilPainted(operation));
     };
     note("add", [&] { store.addTask(QStringLiteral("思いついたことを書く"), false); });
     const TaskItem done = anyOpenTask(store, random);
@@ -169,7 +158,7 @@ void drag(benchmark::State &state)
             while (direction > 0 ? y < list.viewport()->height() - besideTheEdge
                                  : y > first.center().y() - step) {
                 y += direction * step;
-                samples.push_back(panel.measure([&] {
+                samples.push_back(millisecondsUntilPainted([&] {
                     panel.pointer(QEvent::MouseMove, {first.center().x(), y});
                 }));
             }
@@ -214,7 +203,7 @@ void scroll(benchmark::State &state, void (*step)(RowListView &, int))
         for (const int direction : {1, -1}) {
             for (int i = 0; i < 100; ++i) {
                 const int before = panel.list().verticalScrollBar()->value();
-                samples.push_back(panel.measure([&] { step(panel.list(), direction); }));
+                samples.push_back(millisecondsUntilPainted([&] { step(panel.list(), direction); }));
                 if (panel.list().verticalScrollBar()->value() == before)
                     state.SkipWithError("the list stands still");
             }

@@ -5,6 +5,9 @@
 
 namespace wrenfold {
 
+/// About what window managers put around a window: so much less than the screen it may be at most.
+inline constexpr QSize windowFrame(8, 32);
+
 /// A window beside the panel, with a frame: made once, hidden when it is closed, also by Escape, and shown again where
 /// it was.
 class UtilityWindow : public QWidget

@@ -155,9 +155,8 @@ void AppDelegate::prepareWindow(QWidget &window)
     m_appMenu->addTo(window);
     const FocusPanel &panel = panelController().panel();
     const QRect visibleFrame = panel.screen()->availableGeometry();
-    constexpr QSize frame(8, 32); // About what window managers put around a window.
-    const QSize size = (window.size() + frame).boundedTo(visibleFrame.size());
-    window.resize(size - frame);
+    const QSize size = (window.size() + windowFrame).boundedTo(visibleFrame.size());
+    window.resize(size - windowFrame);
     window.move(besidePanel(size, visibleFrame, panel.geometry()).topLeft());
 }
 

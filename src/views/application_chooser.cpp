@@ -3,6 +3,7 @@
 
 #include "look/text_field.h"
 #include "look/theme.h"
+#include "look/utility_window.h"
 #include "platform/installed_applications.h"
 #include "views/application_list.h"
 
@@ -76,8 +77,7 @@ bool ApplicationChooser::eventFilter(QObject *watched, QEvent *event)
 void ApplicationChooser::showEvent(QShowEvent *event)
 {
     if (!event->spontaneous()) {
-        constexpr QSize frame(8, 32); // About what window managers put around a window.
-        resize(size().boundedTo(screen()->availableSize() - frame));
+        resize(size().boundedTo(screen()->availableSize() - windowFrame));
         m_chosen.clear();
         m_search->setCommittedText({});
         m_search->setFocus();
