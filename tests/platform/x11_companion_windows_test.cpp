@@ -53,20 +53,6 @@ bool isInFront(const QWidget &window)
     return isInFront(idOf(*window.windowHandle()));
 }
 
-/// Until everybody has done what he does when a window is shown or clicked, one state follows the other.
-template<typename Condition>
-bool comesToStay(Condition condition)
-{
-    constexpr int longerThanARepetition = 350;
-    QDeadlineTimer deadline(10000);
-    while (!deadline.hasExpired()) {
-        if (QTest::qWaitFor(condition) &&
-            !QTest::qWaitFor([&] { return !condition(); }, longerThanARepetition))
-            return true;
-    }
-    return false;
-}
-
 /// With the keyboard, as a person sees it who then clicks elsewhere.
 bool comesToFront(const QWidget &window)
 {
@@ -139,7 +125,7 @@ private Q_SLOTS:
             QVERIFY(comesToFront(window));
         }
         window.hide();
-        QTRY_VERIFY(isInFront(windows.panel));
+        QVERIFY(comesToStay([&] { return isInFront(windows.panel); }));
     }
 
     void withBothOpenTheOneInUseIsInFront()
@@ -171,7 +157,7 @@ private Q_SLOTS:
         windows.panel.hide();
         editor.activate();
         QTRY_VERIFY(!isAbove(windows.settings));
-        QTRY_VERIFY(isInFront(editor.window()));
+        QVERIFY(comesToStay([&] { return isInFront(editor.window()); }));
     }
 
     void aFloatingWindowStaysAboveOtherProgramsButNotAboveAFullScreenOneInFront()
@@ -183,12 +169,12 @@ private Q_SLOTS:
         windows.chat.comeToFront();
         QVERIFY(comesToFront(windows.chat));
         bringToFrontFullScreen(video);
-        QTRY_VERIFY(isInFront(video.window()));
+        QVERIFY(comesToStay([&] { return isInFront(video.window()); }));
         editor.activate();
-        QTRY_VERIFY(isInFront(windows.chat));
+        QVERIFY(comesToStay([&] { return isInFront(windows.chat); }));
         video.setFullScreen(false);
         video.activate();
-        QTRY_VERIFY(isInFront(windows.chat));
+        QVERIFY(comesToStay([&] { return isInFront(windows.chat); }));
     }
 
     void onlyAFloatingWindowIsOnEveryDesktopAboveOthersAndOutOfLists()
@@ -224,11 +210,11 @@ private Q_SLOTS:
         X11Program video("Video");
         bringToFrontFullScreen(video);
         if (level == PanelLevel::AboveFullScreen) {
-            QTRY_VERIFY(isInFront(windows.panel));
+            QVERIFY(comesToStay([&] { return isInFront(windows.panel); }));
             click(windows.panel); // From there it is opened.
             QTRY_COMPARE(QGuiApplication::focusWindow(), windows.panel.windowHandle());
         } else {
-            QTRY_VERIFY(isInFront(video.window()));
+            QVERIFY(comesToStay([&] { return isInFront(video.window()); }));
         }
         UtilityWindow &window = windows.window(kind);
         window.comeToFront();
@@ -242,9 +228,9 @@ private Q_SLOTS:
         QVERIFY(comesToFront(window));
         video.activate();
         if (level == PanelLevel::AboveFullScreen)
-            QTRY_VERIFY(isInFront(windows.panel));
+            QVERIFY(comesToStay([&] { return isInFront(windows.panel); }));
         else
-            QTRY_VERIFY(isInFront(video.window()));
+            QVERIFY(comesToStay([&] { return isInFront(video.window()); }));
         window.hide();
     }
 
@@ -268,7 +254,7 @@ private Q_SLOTS:
         click(windows.panel);
         QVERIFY(comesToFront(dialog));
         dialog.reject();
-        QTRY_VERIFY(isInFront(window));
+        QVERIFY(comesToStay([&] { return isInFront(window); }));
     }
 
     void aMenuIsInFrontOfThePanel()
@@ -279,9 +265,9 @@ private Q_SLOTS:
         QMenu menu(&windows.settings);
         menu.addAction(QStringLiteral("Something rather long, so that it reaches far enough"));
         menu.popup(middle - QPoint(10, 10));
-        QTRY_VERIFY(isInFront(menu));
+        QVERIFY(comesToStay([&] { return isInFront(menu); }));
         menu.hide();
-        QTRY_VERIFY(isInFront(windows.settings));
+        QVERIFY(comesToStay([&] { return isInFront(windows.settings); }));
     }
 
     void aWindowShownAgainIsWhereItWas_data()

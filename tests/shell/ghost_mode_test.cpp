@@ -44,13 +44,13 @@ private Q_SLOTS:
         QVERIFY(comeToBeMet(*panel.windowHandle()));
         const QPoint grip = panel.geometry().topLeft() + QPoint(172, 7);
         const auto isPanelAtGrip = [&] { return windowAt(grip) == topLevelOf(idOf(*panel.windowHandle())); };
-        QTRY_VERIFY(isPanelAtGrip());
+        QVERIFY(comesToStay(isPanelAtGrip));
 
         clickAt(grip);
         QCOMPARE(behind.presses(), 0);
 
         fakes.store.isGhostMode.set(true);
-        QTRY_VERIFY(!isPanelAtGrip());
+        QVERIFY(comesToStay([&] { return !isPanelAtGrip(); }));
         clickAt(grip);
         QTRY_COMPARE(behind.presses(), 1);
         controller.hide();
@@ -62,7 +62,7 @@ private Q_SLOTS:
         QVERIFY(panel.isVisible());
         QVERIFY(!fakes.store.isGhostMode.value());
         QVERIFY(QTest::qWaitForWindowActive(&panel));
-        QTRY_VERIFY(isPanelAtGrip());
+        QVERIFY(comesToStay(isPanelAtGrip));
         clickAt(grip);
         QCOMPARE(behind.presses(), 2);
     }

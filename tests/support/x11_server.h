@@ -75,21 +75,29 @@ inline QList<QByteArray> missingStates(const QWindow &window)
     return missing;
 }
 
-/// Waits until the panel's wishes are met and stay so: right after showing, Qt and the window manager write over each
-/// other's states, and the panel repeats its wishes.
-inline bool comeToBeMet(const QWindow &window)
+/// Waits until something is so and stays so. On the way there one state follows the other, as Qt, the window manager and
+/// the panel write over each other's wishes, and the panel repeats its own: what is true at one look, as QTRY_VERIFY
+/// takes it, may be what was before.
+template<typename Condition>
+bool comesToStay(Condition condition)
 {
-    const auto areMet = [&window] {
-        return valuesOf(idOf(window), "_NET_WM_DESKTOP") == Values{0xFFFFFFFF} &&
-               missingStates(window).isEmpty();
-    };
-    constexpr int longerThanTheRepetition = 500;
+    constexpr int longerThanARepetition = 500;
     QDeadlineTimer deadline(10000);
     while (!deadline.hasExpired()) {
-        if (QTest::qWaitFor(areMet) && !QTest::qWaitFor([&] { return !areMet(); }, longerThanTheRepetition))
+        if (QTest::qWaitFor(condition) &&
+            !QTest::qWaitFor([&] { return !condition(); }, longerThanARepetition))
             return true;
     }
     return false;
+}
+
+/// Waits until the panel's wishes are met.
+inline bool comeToBeMet(const QWindow &window)
+{
+    return comesToStay([&window] {
+        return valuesOf(idOf(window), "_NET_WM_DESKTOP") == Values{0xFFFFFFFF} &&
+               missingStates(window).isEmpty();
+    });
 }
 
 inline bool isMapped(const QWindow &window)
@@ -133,6 +141,12 @@ inline xcb_window_t topLevelOf(xcb_window_t window)
             return window;
         window = parent;
     }
+}
+
+/// Waits until the window is the one in sight at a point of the screen.
+inline bool comesToLieAt(const QPoint &point, xcb_window_t window)
+{
+    return comesToStay([&] { return windowAt(point) == topLevelOf(window); });
 }
 
 } // namespace wrenfold::x11
