@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "look/application_look.h"
 
+#include "look/japanese_fallback.h"
 #include "look/theme.h"
 
 #include <QApplication>
@@ -38,6 +39,7 @@ QPalette paletteOf(const Theme &theme)
 
 ApplicationLook::ApplicationLook()
 {
+    preferJapaneseFallback(QGuiApplication::font().family());
     qApp->installEventFilter(this);
 }
 
@@ -51,8 +53,10 @@ void ApplicationLook::follow(const Wishes &wishes)
 
 bool ApplicationLook::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::ThemeChange && watched->isWindowType())
+    if (event->type() == QEvent::ThemeChange && watched->isWindowType()) {
+        preferJapaneseFallback(QGuiApplication::font().family());
         choosePalette();
+    }
     return QObject::eventFilter(watched, event);
 }
 

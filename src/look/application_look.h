@@ -8,7 +8,7 @@
 namespace wrenfold {
 
 /// How all our windows look: which theme holds, and the application's palette, by which Qt draws menus, tool tips and
-/// questions. The desktop's own palette stays in place where it fits. Needs the application object.
+/// questions. The desktop's own palette stays in place where it fits, its font always. Needs the application object.
 class ApplicationLook : public QObject
 {
     Q_OBJECT
@@ -27,7 +27,7 @@ public:
     void follow(const Wishes &wishes);
 
 protected:
-    /// Another theme of the desktop's brings another palette.
+    /// Another theme of the desktop's brings another palette and another font.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:

@@ -89,6 +89,12 @@ private:
     /// Above full-screen windows too.
     static bool keepsAboveByItself() { return qgetenv("WRENFOLD_TEST_WINDOW_MANAGER") == "xfwm4"; }
 
+    /// Waits until the window is the one in sight at a point of the screen.
+    static bool comesToLieAt(const QPoint &point, xcb_window_t window)
+    {
+        return comesToStay([&] { return windowAt(point) == topLevelOf(window); });
+    }
+
     static void showPanel(X11PanelWindow &desktop, QWindow &window, PanelLevel level)
     {
         window.setFlags(desktop.flags());

@@ -75,9 +75,8 @@ inline QList<QByteArray> missingStates(const QWindow &window)
     return missing;
 }
 
-/// Waits until something is so and stays so. On the way there one state follows the other, as Qt, the window manager and
-/// the panel write over each other's wishes, and the panel repeats its own: what is true at one look, as QTRY_VERIFY
-/// takes it, may be what was before.
+/// Waits until something is so and stays so. Qt, the window manager and the panel write over each other's wishes, and the
+/// panel repeats its own: what is true at one look may be what was before.
 template<typename Condition>
 bool comesToStay(Condition condition)
 {
@@ -94,9 +93,9 @@ bool comesToStay(Condition condition)
 /// Waits until the panel's wishes are met.
 inline bool comeToBeMet(const QWindow &window)
 {
-    return comesToStay([&window] {
-        return valuesOf(idOf(window), "_NET_WM_DESKTOP") == Values{0xFFFFFFFF} &&
-               missingStates(window).isEmpty();
+    const Values everyDesktop = {0xFFFFFFFF};
+    return comesToStay([&] {
+        return valuesOf(idOf(window), "_NET_WM_DESKTOP") == everyDesktop && missingStates(window).isEmpty();
     });
 }
 
@@ -141,12 +140,6 @@ inline xcb_window_t topLevelOf(xcb_window_t window)
             return window;
         window = parent;
     }
-}
-
-/// Waits until the window is the one in sight at a point of the screen.
-inline bool comesToLieAt(const QPoint &point, xcb_window_t window)
-{
-    return comesToStay([&] { return windowAt(point) == topLevelOf(window); });
 }
 
 } // namespace wrenfold::x11
