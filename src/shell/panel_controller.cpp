@@ -7,6 +7,7 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -97,6 +98,9 @@ void PanelController::followScreens()
 
 void PanelController::keepInSight()
 {
+    // At another scale the window system keeps the size that the window has in its own pixels.
+    if (QWindow *window = m_panel.windowHandle())
+        window->resize(m_panel.size());
     QList<QRect> visibleFrames;
     const QList<QScreen *> screens = QGuiApplication::screens();
     for (const QScreen *screen : screens)

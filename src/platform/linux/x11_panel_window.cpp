@@ -116,10 +116,18 @@ bool X11PanelWindow::nativeEventFilter(const QByteArray &, void *message, qintpt
     const auto *change = reinterpret_cast<const xcb_property_notify_event_t *>(event);
     if (change->window == m_connection.root() && m_surroundings.dependOn(change->atom))
         m_judgement.start();
-    else if (m_farewell.isActive() && change->window == id() && change->atom == m_atoms[ManagerState] &&
-             isWithdrawn())
-        showUnmanaged();
+    else if (isInSight() && change->window == id() && change->atom == m_atoms[ManagerState])
+        managerStateChanged();
     return false;
+}
+
+void X11PanelWindow::managerStateChanged()
+{
+    // A window manager that takes the place of another begins with the panel as with any other window.
+    if (!m_farewell.isActive())
+        m_settled.start();
+    else if (isWithdrawn())
+        showUnmanaged();
 }
 
 bool X11PanelWindow::eventFilter(QObject *watched, QEvent *event)

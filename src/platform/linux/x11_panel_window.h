@@ -40,6 +40,7 @@ private:
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
 
     void sendWishes();
+    void managerStateChanged(); ///< Of the panel.
 
     void judge();
     void judgeThePanel();
