@@ -4,6 +4,7 @@ import pathlib
 import tempfile
 import unittest
 
+import documents
 import files
 import includes
 import packages
@@ -120,6 +121,40 @@ class Waits(LintTest):
     def test_the_program_runs_no_event_loop_inside_a_function(self):
         self.write("src/model/a.cpp", "QCoreApplication::processEvents();\n")
         self.assert_finds(waits, "src/model/a.cpp:1: runs events")
+
+
+class Documents(LintTest):
+    def setUp(self):
+        super().setUp()
+        self.write("tests/CMakeLists.txt", "wrenfold_test(model/a_test.cpp LIBRARIES core)\n")
+        self.write("tests/model/a_test.cpp", "    void itHolds()\n")
+        self.write("tests/desktop/CMakeLists.txt", "foreach(test IN ITEMS ends)\n")
+        self.write("tests/desktop/ends_test.py", "def main():\n")
+
+    def test_links_to_files_that_exist_and_to_elsewhere_are_right(self):
+        self.write("docs/a.md", "[b](b.md#part) ![c](../c.png) [d](https://example.org/d) [e](#here)\n")
+        self.write("docs/b.md", "")
+        self.write("c.png", "")
+        self.assert_clean(documents)
+
+    def test_a_broken_link_is_found(self):
+        self.write("README.md", "\n[a](docs/a.md)\n")
+        self.assert_finds(documents, "README.md:2: there is no docs/a.md")
+
+    def test_faults_whose_tests_exist_are_right(self):
+        self.write(documents.RELIABILITY, "- fault\n  - `model/a::itHolds`\n- fault, `desktop/ends::main`\n")
+        self.assert_clean(documents)
+
+    def test_missing_tests_and_functions_are_found(self):
+        self.write("tests/model/b_test.cpp", "    void itHolds()\n")
+        self.write(documents.RELIABILITY, "- `model/a::itFails` `model/b::itHolds` `desktop/ends::start` `desktop/begins::main`\n")
+        self.assert_finds(documents, *(f"{documents.RELIABILITY}:1: there is {what}." for what in
+                                       ("no itFails in model/a", "no test model/b", "no start in desktop/ends",
+                                        "no test desktop/begins")))
+
+    def test_a_fault_without_a_test_is_found(self):
+        self.write(documents.RELIABILITY, "- one\n- two `model/a::itHolds`\n- three\n")
+        self.assert_finds(documents, f"{documents.RELIABILITY}:1: no test", f"{documents.RELIABILITY}:3: no test")
 
 
 class Files(LintTest):

@@ -126,6 +126,17 @@ private Q_SLOTS:
         QCOMPARE(bytesOf(document()), QByteArray("new"));
     }
 
+    /// What a power loss leaves depends on the order alone: one file is open at a time, so which is flushed is known.
+    void theCallsComeInTheOrderThatSurvivesAPowerLoss()
+    {
+        QCOMPARE(replace("old"), std::nullopt);
+        m_fileSystem = {};
+        QCOMPARE(replace("new"), std::nullopt);
+        QCOMPARE(m_fileSystem.order(),
+                 (QList<Call>{Call::Unlink, Call::Open, Call::Write, Call::Fsync, Call::Close, Call::Rename,
+                              Call::Open, Call::Fsync, Call::Close}));
+    }
+
     void aLeftoverTemporaryFileIsOverwritten_data()
     {
         QTest::addColumn<QByteArray>("kind");

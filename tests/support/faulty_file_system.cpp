@@ -21,6 +21,7 @@ bool FaultyFileSystem::fails(Call kind)
         ::raise(SIGKILL);
     State &told = m_states.at(size_t(kind));
     ++told.calls;
+    m_order.append(kind);
     if (told.callsUntilFault > 1) {
         --told.callsUntilFault;
         return false;

@@ -3,6 +3,8 @@
 
 #include "platform/linux/file_system.h"
 
+#include <QList>
+
 #include <array>
 #include <cerrno>
 #include <cstdint>
@@ -25,6 +27,9 @@ public:
 
     /// Calls of the kind until now, failed ones included.
     [[nodiscard]] int calls(Call kind) const { return state(kind).calls; }
+
+    /// All calls until now in their order, failed ones included.
+    [[nodiscard]] const QList<Call> &order() const { return m_order; }
 
     /// Writes and reads transfer at most this many bytes a call.
     void limitTransfers(size_t bytes) { m_transferLimit = bytes; }
@@ -56,6 +61,7 @@ private:
     bool fails(Call kind);
 
     std::array<State, size_t(Call::Mkdir) + 1> m_states;
+    QList<Call> m_order;
     size_t m_transferLimit = SIZE_MAX;
     int m_callsToLive = 0; ///< 0: for ever.
 };
