@@ -310,6 +310,13 @@ def take_all(program, folder, theme, scale):
                 studio.close()
 
 
+def compose_overview(folder):
+    """One picture of the panel, the board and the chat in a row, for the README."""
+    parts = [str(folder / f"{state}-light@2x.png") for state in ("compact", "wide", "chat")]
+    subprocess.run(["convert", *parts, "-background", GROUND, "-gravity", "center", "+append", "-resize", "50%",
+                    "+dither", "-colors", "256", "-strip", f"PNG8:{folder / 'overview.png'}"], check=True)
+
+
 def main():
     program, folder = (pathlib.Path(argument).resolve() for argument in sys.argv[1:3])
     folder.mkdir(parents=True, exist_ok=True)
@@ -317,6 +324,7 @@ def main():
         sessions = [pool.submit(take_all, program, folder, theme, scale) for theme in ("light", "dark") for scale in (1, 2)]
         for session in sessions:
             session.result()
+    compose_overview(folder)
 
 
 if __name__ == "__main__":
