@@ -5,6 +5,7 @@ from session import Session, expect, program_to_test
 
 COMPOSER = (172, 187)  # a point in the panel's input field
 EVERY_DESKTOP = "4294967295"
+SCREEN = (1600, 1200)
 
 
 def start(session, path):
@@ -53,20 +54,26 @@ def manager_name(session):
 
 
 def the_panel_leaves_a_screen_that_is_unplugged(session, path):
-    session.tool("xrandr", "--setmonitor", "left", "640/169x800/212+0+0", "screen")
-    session.tool("xrandr", "--setmonitor", "right", "640/169x800/212+640+0", "none")
+    session.tool("xrandr", "--setmonitor", "left", "800/211x1200/317+0+0", "screen")
+    session.tool("xrandr", "--setmonitor", "right", "800/211x1200/317+800+0", "none")
     program, panel = start(session, path)
     _, _, width, height = session.geometry(panel)
-    session.tool("xdotool", "windowmove", "--sync", panel, "900", "100")
-    session.wait_for(lambda: session.geometry(panel) == (900, 100, width, height), "the panel on the right screen")
+    session.tool("xdotool", "windowmove", "--sync", panel, "1100", "100")
+    session.wait_for(lambda: session.geometry(panel) == (1100, 100, width, height), "the panel on the right screen")
     session.tool("xrandr", "--delmonitor", "right")
-    session.wait_for(lambda: session.geometry(panel) == (640 - width, 100, width, height), "the panel on the left screen")
+    session.wait_for(lambda: session.geometry(panel) == (800 - width, 100, width, height), "the panel on the left screen")
     expect_use(session, panel, "left")
     stop(session, program)
 
 
 def set_text_resolution(session, dots_per_inch):
     session.tool("xfconf-query", "-c", "xsettings", "-p", "/Xft/DPI", "-n", "-t", "int", "-s", str(dots_per_inch))
+
+
+def is_whole(session, panel):
+    x, y, width, height = session.geometry(panel)
+    screen_width, screen_height = SCREEN
+    return x >= 0 and y >= 0 and x + width <= screen_width and y + height <= screen_height
 
 
 def the_panel_grows_and_shrinks_with_the_text(session, path):
@@ -76,9 +83,8 @@ def the_panel_grows_and_shrinks_with_the_text(session, path):
     program, panel = start(session, path)
     for dots_per_inch, size in ((144, (516, 750)), (96, (344, 500)), (192, (688, 1000)), (96, (344, 500))):
         set_text_resolution(session, dots_per_inch)
-        session.wait_for(lambda: session.geometry(panel)[2:] == size, f"the panel of {size} at {dots_per_inch} dots per inch")
-        x, y, width, height = session.geometry(panel)
-        expect(x >= 0 and y >= 0 and x + width <= 1600 and y + height <= 1200, f"the panel is out of sight at {x}, {y}")
+        session.wait_for(lambda: session.geometry(panel)[2:] == size and is_whole(session, panel),
+                         f"the whole panel of {size} at {dots_per_inch} dots per inch")
     expect_use(session, panel, "resized")
     stop(session, program)
 
@@ -88,8 +94,7 @@ def main():
     for window_manager, test in (("openbox", another_window_manager_keeps_the_panel_at_hand),
                                  ("openbox", the_panel_leaves_a_screen_that_is_unplugged),
                                  ("xfwm4", the_panel_grows_and_shrinks_with_the_text)):
-        size = "1600x1200" if test is the_panel_grows_and_shrinks_with_the_text else "1280x800"
-        with Session(f"desktop_changes_{test.__name__}", window_manager, size=size) as session:
+        with Session(f"desktop_changes_{test.__name__}", window_manager, size="{}x{}".format(*SCREEN)) as session:
             test(session, path)
 
 

@@ -133,8 +133,8 @@ private Q_SLOTS:
         m_fileSystem = {};
         QCOMPARE(replace("new"), std::nullopt);
         QCOMPARE(m_fileSystem.order(),
-                 (QList<Call>{Call::Unlink, Call::Open, Call::Write, Call::Fsync, Call::Close, Call::Rename,
-                              Call::Open, Call::Fsync, Call::Close}));
+                 (QList<Call>{Call::Unlink, Call::Open, Call::Write, Call::Fsync, Call::Close, Call::Open,
+                              Call::Rename, Call::Fsync, Call::Close}));
     }
 
     void aLeftoverTemporaryFileIsOverwritten_data()
