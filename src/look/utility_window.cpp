@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "look/utility_window.h"
 
+#include "look/program_icon.h"
+
 #include <QKeyEvent>
 #include <QVBoxLayout>
 
@@ -10,6 +12,7 @@ UtilityWindow::UtilityWindow(const QString &title, const QSize &size)
     : QWidget(nullptr, Qt::Window)
 {
     setWindowTitle(title);
+    setWindowIcon(programIcon());
     resize(size);
 }
 

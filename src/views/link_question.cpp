@@ -2,6 +2,7 @@
 #include "views/link_question.h"
 
 #include "inbox/link_opening.h"
+#include "look/program_icon.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -16,6 +17,7 @@ LinkQuestion::LinkQuestion(const QUrl &link, std::function<void()> open, QWidget
     : QDialog(parent)
 {
     setWindowTitle(QStringLiteral("元のメッセージを開く"));
+    setWindowIcon(programIcon());
     setAttribute(Qt::WA_DeleteOnClose);
     setModal(true);
 

@@ -53,6 +53,15 @@ private Q_SLOTS:
         QVERIFY(!shown.window.windowFlags().testFlag(Qt::FramelessWindowHint));
     }
 
+    void itsTitleBarShowsTheProgramsIcon()
+    {
+        const Shown shown;
+        const QImage image = shown.window.windowIcon().pixmap(128).toImage();
+        QCOMPARE(image.size(), QSize(128, 128));
+        QCOMPARE(image.pixelColor(0, 0).alpha(), 0);
+        QCOMPARE(image.pixelColor(46, 46), QColor(0x2b3794)); // The bird's eye.
+    }
+
     void theContentFollowsTheWindowsSize()
     {
         Shown shown;
