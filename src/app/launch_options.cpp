@@ -76,8 +76,10 @@ LaunchOptions interactive(const QStringList &arguments, const QProcessEnvironmen
     options.isDemonstration =
         arguments.contains(QStringLiteral("--marketing-demo")) ||
         environment.value(QStringLiteral("WRENFOLD_MARKETING_DEMO")) == QLatin1String("1");
-    if (!options.isDemonstration)
+    if (!options.isDemonstration) {
         options.request = requestIn(arguments);
+        options.isBusService = arguments.contains(QStringLiteral("--dbus-service"));
+    }
     options.isBoardClosed = arguments.contains(QStringLiteral("--marketing-demo-closed"));
     return options;
 }
@@ -124,7 +126,8 @@ std::optional<QString> unknownOption(const QStringList &arguments)
 {
     // Those that an interactive start goes by, or passes over.
     const QStringList known = {QStringLiteral("--verbose"), QStringLiteral("--goal"),
-                               QStringLiteral("--marketing-demo"), QStringLiteral("--marketing-demo-closed")};
+                               QStringLiteral("--marketing-demo"), QStringLiteral("--marketing-demo-closed"),
+                               QStringLiteral("--dbus-service")};
     for (const QString &argument : arguments) {
         if (argument.startsWith(QLatin1String("--")) && !known.contains(argument) && !requestOf(argument))
             return argument;
@@ -141,6 +144,7 @@ QString LaunchOptions::help()
                           "  --verbose                   write diagnostic lines to the log\n"
                           "  -h, --help                  show this help and exit\n"
                           "  -v, --version               show the version and exit\n"
+                          "  --dbus-service              start hidden; the message bus sends what to do\n"
                           "  --marketing-demo            show sample tasks; nothing is read or saved\n"
                           "  --marketing-demo-closed     with these: leave the quadrant board closed\n"
                           "\n"

@@ -155,8 +155,10 @@ int runApplication(int argc, char **argv, const QStringList &arguments, const La
     AppDelegate delegate(platform, storeMaking(options));
     qCInfo(DebugLog::app).noquote() << QStringLiteral("Wrenfold starting args=") +
                                            arguments.mid(1).join(QLatin1Char(' '));
+    const std::optional<Request> request =
+        options.isBusService ? std::nullopt : std::optional(options.request);
     QMetaObject::invokeMethod(
-        &application, [&] { delegate.applicationDidFinishLaunching(options.request); }, Qt::QueuedConnection);
+        &application, [&] { delegate.applicationDidFinishLaunching(request); }, Qt::QueuedConnection);
     const int status = QApplication::exec();
     DebugLog::setVerbosePreference({});
     return status;

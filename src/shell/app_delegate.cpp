@@ -40,7 +40,7 @@ AppDelegate::~AppDelegate()
         m_store.save();
 }
 
-void AppDelegate::applicationDidFinishLaunching(Request request)
+void AppDelegate::applicationDidFinishLaunching(std::optional<Request> request)
 {
     qCInfo(DebugLog::app).noquote() << QStringLiteral("launch accessory mode verbose=") +
                                            (DebugLog::isVerbose() ? QStringLiteral("true")
@@ -58,7 +58,8 @@ void AppDelegate::applicationDidFinishLaunching(Request request)
     m_reorderKeyController->install();
     m_store.refreshLoginItemStatus();
     m_store.exitGhostMode();
-    showPanel();
+    if (request)
+        showPanel();
     m_platform.singleInstance->listen([this](Request another) { return answer(another); });
     if (request == Request::NewTodo)
         m_store.requestTodoInput();

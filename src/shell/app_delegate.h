@@ -34,8 +34,8 @@ public:
     Q_DISABLE_COPY_MOVE(AppDelegate)
 
     /// To be called once, when the application is ready to show windows. Reading it is reading the start-up.
-    /// `request` is what this start was asked for.
-    void applicationDidFinishLaunching(Request request = Request::ShowPanel);
+    /// `request` is what this start was asked for; none if that is still to come by the message bus.
+    void applicationDidFinishLaunching(std::optional<Request> request = Request::ShowPanel);
 
 private:
     void makeMenu();

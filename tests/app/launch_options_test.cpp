@@ -218,6 +218,13 @@ private Q_SLOTS:
         QCOMPARE(unknownOption({QStringLiteral("--show")}), QStringLiteral("--show"));
     }
 
+    void onlyTheBussOwnOptionLeavesTheRequestToTheBus()
+    {
+        QVERIFY(parsed("--verbose --dbus-service").isBusService);
+        QVERIFY(!parsed("--toggle-panel").isBusService);
+        QVERIFY(!parsed("--dbus-service --marketing-demo").isBusService);
+    }
+
     void anUnknownOptionIsFound_data()
     {
         QTest::addColumn<QString>("arguments");
@@ -227,7 +234,7 @@ private Q_SLOTS:
         QTest::newRow("all of ours")
             << QStringLiteral(
                    "--verbose --goal G --marketing-demo --marketing-demo-closed --toggle-panel --hide-panel "
-                   "--new-todo --desktop-report")
+                   "--new-todo --desktop-report --dbus-service")
             << none;
         QTest::newRow("no options") << QStringLiteral("A -b - hide-panel") << none;
         QTest::newRow("a slip of the finger")
@@ -266,7 +273,8 @@ private Q_SLOTS:
         for (const char *option :
              {"--verbose", "--help", "--version", "--debug-split", "--debug-sort", "--goal",
               "--debug-preserve-completed", "WRENFOLD_DEBUG", "--marketing-demo", "--marketing-demo-closed",
-              "WRENFOLD_MARKETING_DEMO", "--toggle-panel", "--hide-panel", "--new-todo", "--desktop-report"})
+              "WRENFOLD_MARKETING_DEMO", "--toggle-panel", "--hide-panel", "--new-todo", "--desktop-report",
+              "--dbus-service"})
             QVERIFY2(LaunchOptions::help().contains(QLatin1String(option)), option);
     }
 };

@@ -24,7 +24,7 @@ struct Program
 
     Program() { fakes.preferences->setValue(FocusStore::storageKey(), StoreOnFakes::documentWith({})); }
 
-    void start(Request request = Request::ShowPanel)
+    void start(std::optional<Request> request = Request::ShowPanel)
     {
         delegate = std::make_unique<AppDelegate>(fakes.platform);
         delegate->applicationDidFinishLaunching(request);

@@ -42,6 +42,30 @@ private Q_SLOTS:
         QCOMPARE(program.fakes.panelWindow->takeBroughtBack(), QList<QWindow *>({window}));
     }
 
+    void aStartByTheMessageBusDoesWhatTheBusAsksFor_data()
+    {
+        QTest::addColumn<Request>("request");
+        QTest::addColumn<bool>("isShown");
+        QTest::newRow("show") << Request::ShowPanel << true;
+        QTest::newRow("toggle") << Request::TogglePanel << true;
+        QTest::newRow("hide") << Request::HidePanel << false;
+        QTest::newRow("new") << Request::NewTodo << true;
+        QTest::newRow("report") << Request::DesktopReport << false;
+    }
+
+    void aStartByTheMessageBusDoesWhatTheBusAsksFor()
+    {
+        QFETCH(Request, request);
+        QFETCH(bool, isShown);
+        Program program;
+        program.start(std::nullopt);
+        QVERIFY(!Program::panel());
+        static_cast<void>(ask(program, request));
+        QCOMPARE(Program::panel() && Program::panel()->isVisible(), isShown);
+        if (isShown)
+            QTRY_COMPARE(Program::composer()->hasFocus(), request == Request::NewTodo);
+    }
+
     void hidingHidesThePanelAndAgainDoesNothing()
     {
         Program program;
