@@ -7,7 +7,9 @@ import unittest
 import documents
 import files
 import includes
+import options
 import packages
+import release
 import sessions
 import waits
 import widgets
@@ -190,6 +192,62 @@ class Packages(LintTest):
         self.write(".ci/run", "apt-get -q install -y ninja-build\n")
         self.write("README.md", "sudo apt install cmake\n")
         self.assert_finds(packages, ".ci/run:1: names packages", "README.md:1: names packages")
+
+
+class Options(LintTest):
+    def write_all(self, text, bash, zsh, manual):
+        self.write("src/app/launch_options.cpp", f'QString LaunchOptions::help()\n{{\n    return "{text}";\n}}\n')
+        self.write("packaging/wrenfold.bash", f"_wrenfold() {{ COMPREPLY=({bash}); }}\n")
+        specs = " ".join(f"'{option}[does {option}]'" for option in zsh.split())
+        self.write("packaging/_wrenfold", f"#compdef wrenfold\n_arguments {specs}\n")
+        self.write("packaging/wrenfold.1", f".TH W 1\n.SH OPTIONS\n.B {manual}\n")
+
+    def test_the_options_of_the_help_everywhere_are_right(self):
+        self.write_all("-h, --help help; --a-b do; WRENFOLD_A=1 the same", "-h --help --a-b", "-h --help --a-b",
+                       "\\-h, \\-\\-help, \\-\\-a\\-b, \\-\\-platform WRENFOLD_A")
+        self.assert_clean(options)
+
+    def test_options_that_differ_are_found(self):
+        self.write_all("--one --two --three WRENFOLD_A=1", "--one --two --thre", "--one --two --three --four", "\\-\\-one \\-\\-three")
+        self.assert_finds(options, "packaging/wrenfold.bash: lacks --three", "packaging/wrenfold.bash: has --thre,",
+                          "packaging/_wrenfold: has --four", "packaging/wrenfold.1: lacks --two",
+                          "packaging/wrenfold.1: lacks the environment variable WRENFOLD_A")
+
+    def test_completions_that_do_not_load_are_found(self):
+        self.write_all("--one", "--one", "--one", "\\-\\-one")
+        self.write("packaging/wrenfold.bash", "_wrenfold() {\n")
+        self.write("packaging/_wrenfold", "#compdef wrenfold\n_arguments '\n")
+        self.assert_finds(options, "packaging/wrenfold.bash: lacks --one", "packaging/_wrenfold: lacks --one")
+
+
+class Release(LintTest):
+    def write_all(self, newest, released, width):
+        self.write("CMakeLists.txt", "project(wrenfold VERSION 1.2.0)\n")
+        self.write("packaging/changelog.Debian", f"wrenfold ({newest}-1) unstable; urgency=medium\n")
+        self.write("packaging/dev.tolvane.Wrenfold.metainfo.xml", f"""<component>
+            <image width="{width}" height="7">https://wrenfold.example/pictures/panel.png</image>
+            <releases><release version="{released}"/><release version="1.1.0"/></releases></component>""")
+
+    def write_picture(self):
+        path = self.root / "docs/pictures/panel.png"
+        path.parent.mkdir(parents=True)
+        path.write_bytes(b"\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\0\x05\0\0\0\x07")
+
+    def test_the_projects_version_and_a_picture_that_is_there_are_right(self):
+        self.write_all("1.2.0", "1.2.0", 5)
+        self.write_picture()
+        self.assert_clean(release)
+
+    def test_another_version_and_size_are_found(self):
+        self.write_all("1.1.0", "1.1.0", 6)
+        self.write_picture()
+        self.assert_finds(release, "packaging/changelog.Debian: does not begin with version 1.2.0",
+                          "packaging/dev.tolvane.Wrenfold.metainfo.xml: its first release",
+                          "packaging/dev.tolvane.Wrenfold.metainfo.xml: panel.png has another size")
+
+    def test_a_picture_that_is_not_there_is_found(self):
+        self.write_all("1.2.0", "1.2.0", 5)
+        self.assert_finds(release, "packaging/dev.tolvane.Wrenfold.metainfo.xml: names panel.png, which is not in")
 
 
 if __name__ == "__main__":
