@@ -66,22 +66,28 @@ in_chroot() {
 
 # in_chroot_with SOURCE TARGET FOLDER COMMAND...: the same with SOURCE bound at TARGET, a path in the chroot.
 in_chroot_with() {
-    local source=$1 target=$2 folder=$3
+    unshare --mount --pid --fork --kill-child --propagation private -- bash -euc "$enter_chroot" in_chroot "$@"
+}
+
+# exec_in_chroot_with SOURCE TARGET FOLDER COMMAND...: the command takes the place of this shell, gets its signals and
+# may be seen from outside. What it leaves running goes on.
+exec_in_chroot_with() {
+    exec unshare --mount --propagation private -- bash -euc "$enter_chroot" in_chroot "$@"
+}
+
+# shellcheck disable=SC2016 # The shell inside expands them.
+enter_chroot='
+    source=$1 target=$2 folder=$3
     shift 3
     cp --dereference /etc/resolv.conf "$folder/etc/resolv.conf"
-    # shellcheck disable=SC2016 # The inner shell expands them.
-    unshare --mount --pid --fork --kill-child --propagation private -- bash -euc '
-        source=$1 target=$2 folder=$3
-        shift 3
-        mount --rbind /dev "$folder/dev"
-        mount -t tmpfs -o mode=1777 tmpfs "$folder/dev/shm"
-        mount -t proc proc "$folder/proc"
-        mount -t tmpfs -o mode=1777 tmpfs "$folder/tmp"
-        if [[ -n $source ]]; then
-            mkdir -p "$folder$target"
-            mount --bind "$source" "$folder$target"
-        fi
-        exec chroot "$folder" env --ignore-environment PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root \
-            LC_ALL=C.UTF-8 TERM="${TERM:-dumb}" "$@"
-    ' in_chroot "$source" "$target" "$folder" "$@"
-}
+    mount --rbind /dev "$folder/dev"
+    mount -t tmpfs -o mode=1777 tmpfs "$folder/dev/shm"
+    mount -t proc proc "$folder/proc"
+    mount -t tmpfs -o mode=1777 tmpfs "$folder/tmp"
+    if [[ -n $source ]]; then
+        mkdir -p "$folder$target"
+        mount --bind "$source" "$folder$target"
+    fi
+    exec chroot "$folder" env --ignore-environment PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LC_ALL=C.UTF-8 \
+        TERM="${TERM:-dumb}" "$@"
+'

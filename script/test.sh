@@ -3,7 +3,7 @@
 #
 #   script/test.sh           formatting; unit tests and lints; the same unit tests under the address and
 #                            undefined-behaviour sanitizers; the released program on a real desktop session;
-#                            a short run of every fuzz target
+#                            installing it, and its Debian package; a short run of every fuzz target
 #   script/test.sh --quick   formatting, and every test of the development build once
 #
 # The last line counts what passed and failed: every test, and every build and check as one more.
@@ -83,6 +83,12 @@ check_format() {
         xargs --null --no-run-if-empty clang-format --dry-run -Werror
 }
 
+# The package is not meant for Debian's own archive, and so closes no bug of its.
+check_package() {
+    script/package.sh &&
+        lintian --allow-root --fail-on error,warning --suppress-tags initial-upload-closes-no-bugs build/wrenfold_*.deb
+}
+
 # Every target goes on from its corpus for a few seconds; what it finds stays in build/fuzz.
 run_fuzz_targets() {
     local program name
@@ -114,6 +120,8 @@ if ! $quick; then
     if check build-release build_preset release -DWRENFOLD_WARNINGS_AS_ERRORS=ON; then
         # The development build knows the desktop tests; they test the program that they are given.
         WRENFOLD_TESTED_PROGRAM=$PWD/build/release/wrenfold run_tests desktop dev --label-regex '^desktop$'
+        check install python3 -B tests/install_test.py || true
+        check package check_package || true
     fi
     # Fuzz targets join in as soon as there are any.
     if [[ -f tests/fuzz/CMakeLists.txt ]] && check build-fuzz build_preset fuzz; then
