@@ -8,6 +8,7 @@
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QPoint>
+#include <QRegularExpression>
 
 #include <benchmark/benchmark.h>
 #include <functional>
@@ -188,7 +189,41 @@ void wakeups(benchmark::State &state)
 }
 BENCHMARK(wakeups)->Iterations(1);
 
-/// The same with the focus guard on, and the timer stopped. The other window is none of a blocked application.
+/// A status area's service that draws labels, and so is told of each change of the remaining time.
+const QString labelHost =
+    QStringLiteral("/usr/libexec/ayatana-indicator-application/ayatana-indicator-application-service");
+
+bool isLabelDrawn()
+{
+    return waitFor([] {
+        const QString report =
+            desktop->tool(QCoreApplication::applicationDirPath() + QStringLiteral("/wrenfold"),
+                          {QStringLiteral("--desktop-report")});
+        return report.contains(
+            QRegularExpression(QStringLiteral("^label: works"), QRegularExpression::MultilineOption));
+    });
+}
+
+/// The timer running, and its remaining time in the status area too.
+void labelled(benchmark::State &state)
+{
+    if (!desktop->save(sampleState(taskCount)))
+        return state.SkipWithError("cannot save tasks");
+    const RunningProgram host(*desktop, labelHost, {});
+    const RunningProgram other(*desktop, QStringLiteral("bare_window"), {QStringLiteral("--clock")});
+    RunningProgram panel(*desktop, QStringLiteral("wrenfold"), {});
+    measure(
+        state,
+        {
+            {"shown", 60,
+             [&] { return areWindowsThere() && isLabelDrawn() && startTimer(panel) && turnToOtherWindow(); }},
+            {"hidden", 30, hidePanel},
+        },
+        panel, other);
+}
+BENCHMARK(labelled)->Iterations(1);
+
+/// With the focus guard on, and the timer stopped. The other window is none of a blocked application.
 void guard(benchmark::State &state)
 {
     SavedState saved = sampleState(taskCount);
@@ -225,6 +260,7 @@ int main(int argc, char **argv)
         };
     };
     const auto line = linesOf("wakeups");
+    const auto labelLine = linesOf("labelled");
     const auto guardLine = linesOf("guard");
     return measureBudgets(
         argc, argv,
@@ -237,6 +273,11 @@ int main(int argc, char **argv)
             line("processor, timer running, panel shown", "%", "runningShownProcessor", 0.2),
             line("  hidden", "%", "runningHiddenProcessor", {}),
             line("  bare window that paints a label anew each second", "%", "runningShownOtherProcessor", {}),
+            labelLine("wake-ups, timer running, label in the status area, panel shown", "/s", "shown", 5),
+            labelLine("  hidden", "/s", "hidden", 3),
+            labelLine("processor, timer running, label in the status area, panel shown", "%",
+                      "shownProcessor", 0.2),
+            labelLine("  hidden", "%", "hiddenProcessor", {}),
             guardLine("wake-ups, focus guard on, panel shown, another window focused", "/s", "shown", 1.5),
             guardLine("  hidden", "/s", "hidden", 1.5),
             guardLine("processor, focus guard on, panel shown", "%", "shownProcessor", {}),

@@ -30,7 +30,7 @@ RunningProgram::RunningProgram(const BenchDesktop &desktop, const QString &name,
 {
     m_process.setProcessEnvironment(desktop.environment());
     m_process.setProcessChannelMode(QProcess::MergedChannels);
-    m_process.start(QCoreApplication::applicationDirPath() + QLatin1Char('/') + name, arguments);
+    m_process.start(QDir(QCoreApplication::applicationDirPath()).filePath(name), arguments);
 }
 
 RunningProgram::~RunningProgram()

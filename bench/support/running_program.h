@@ -7,8 +7,8 @@
 
 namespace wrenfold {
 
-/// A program from the folder of the benchmarks, running on their desktop. Ends with this object. The figures are the
-/// kernel's; they are 0 once the program has ended.
+/// A program from the folder of the benchmarks, or from a path, running on their desktop. Ends with this object. The
+/// figures are the kernel's; they are 0 once the program has ended.
 class RunningProgram
 {
 public:
