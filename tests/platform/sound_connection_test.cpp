@@ -2,8 +2,6 @@
 #include "platform/linux/canberra_sounds.h"
 #include "support/test_case.h"
 
-#include <canberra.h>
-
 #include <mutex>
 #include <optional>
 #include <utility>
@@ -12,7 +10,7 @@
 namespace wrenfold {
 namespace {
 
-/// What the functions of the library, which this program defines itself, were told, and what they are to answer.
+/// What the functions of the library were told, and what they are to answer.
 class FakeServer
 {
 public:
@@ -92,37 +90,34 @@ private:
 
 FakeServer *server = nullptr;
 
-} // namespace
-} // namespace wrenfold
-
-extern "C" {
-
-int ca_context_create(ca_context **context)
-{
-    *context = reinterpret_cast<ca_context *>(wrenfold::server);
-    return wrenfold::server->connect();
-}
-
-int ca_context_destroy(ca_context *)
-{
-    return wrenfold::server->disconnect();
-}
-
-int ca_context_change_props(ca_context *, ...)
+int changeNothing(ca_context * /*context*/, ...)
 {
     return CA_SUCCESS;
 }
 
-int ca_context_play_full(ca_context *, uint32_t, ca_proplist *, ca_finish_callback_t finished, void *userData)
+/// The library, as far as it is used, that plays on the server above.
+const CanberraLibrary *fakeLibrary()
 {
-    return wrenfold::server->play({finished, userData});
+    static const CanberraLibrary library = {
+        [](ca_context **context) {
+            *context = reinterpret_cast<ca_context *>(server);
+            return server->connect();
+        },
+        [](ca_context *) { return server->disconnect(); },
+        changeNothing,
+        [](ca_context *, uint32_t, ca_proplist *, ca_finish_callback_t finished, void *userData) {
+            return server->play({finished, userData});
+        },
+        [](ca_proplist **) -> int { return CA_SUCCESS; },
+        [](ca_proplist *) -> int { return CA_SUCCESS; },
+        [](ca_proplist *, const char *, const char *) -> int { return CA_SUCCESS; },
+    };
+    return &library;
 }
 
-} // extern "C"
+} // namespace
 
-namespace wrenfold {
-
-/// How long the way to the audio server stays open. The library's functions are this program's own.
+/// How long the way to the audio server stays open.
 class SoundConnectionTest : public TestCase
 {
     Q_OBJECT
@@ -137,7 +132,7 @@ private Q_SLOTS:
 
     void itOpensWithASoundAndClosesAfterTheLastOne()
     {
-        CanberraSounds sounds;
+        CanberraSounds sounds(fakeLibrary);
         QCOMPARE(m_server->connections(), 0);
         sounds.play(Sound::Glass);
         sounds.play(Sound::Tink);
@@ -151,7 +146,7 @@ private Q_SLOTS:
 
     void itOpensAnewForALaterSound()
     {
-        CanberraSounds sounds;
+        CanberraSounds sounds(fakeLibrary);
         for (int round = 1; round <= 2; ++round) {
             sounds.play(Sound::Glass);
             QTRY_COMPARE(m_server->asked(), round);
@@ -163,7 +158,7 @@ private Q_SLOTS:
 
     void itClosesWhenASoundFailsAndOpensForTheNext()
     {
-        CanberraSounds sounds;
+        CanberraSounds sounds(fakeLibrary);
         m_server->setAnswer(CA_ERROR_IO);
         sounds.play(Sound::Glass);
         QTRY_COMPARE(m_server->asked(), 1);
@@ -178,7 +173,7 @@ private Q_SLOTS:
 
     void aFailureCutsOffWhatPlaysAndTheNextSoundIsCountedFromNone()
     {
-        CanberraSounds sounds;
+        CanberraSounds sounds(fakeLibrary);
         sounds.play(Sound::Glass);
         QTRY_COMPARE(m_server->asked(), 1);
         m_server->setAnswer(CA_ERROR_IO);
@@ -192,10 +187,18 @@ private Q_SLOTS:
         QTRY_VERIFY(!m_server->isConnected());
     }
 
+    void withoutTheLibraryThereIsSilence()
+    {
+        CanberraSounds sounds([]() -> const CanberraLibrary * { return nullptr; });
+        for (int count = 0; count < 10; ++count)
+            sounds.play(Sound::Glass);
+        QCOMPARE(m_server->connections(), 0);
+    }
+
     void theEndOfTheProgramCutsOffWhatPlays()
     {
         {
-            CanberraSounds sounds;
+            CanberraSounds sounds(fakeLibrary);
             sounds.play(Sound::Glass);
             QTRY_COMPARE(m_server->asked(), 1);
         }

@@ -3,8 +3,6 @@
 
 #include "app/application_id.h"
 
-#include <alsa/asoundlib.h>
-#include <canberra.h>
 #include <dlfcn.h>
 #include <link.h>
 
@@ -34,12 +32,6 @@ struct CanberraSounds::Queue
 
 namespace {
 
-/// For the library under libcanberra, which else writes many lines to standard error where there is no device.
-void keepQuiet(const char * /*file*/, int /*line*/, const char * /*function*/, int /*error*/,
-               const char * /*format*/, ...)
-{
-}
-
 /// libcanberra unloads its driver with the context, though a thread of the driver's may just be leaving it: the one of a
 /// sound that has said that it ended. So a driver that was loaded once stays.
 void keepDriversLoaded()
@@ -61,8 +53,9 @@ class Context
 {
 public:
     /// `soundEnded` is called on any thread, once for each sound that began to play.
-    explicit Context(std::function<void()> soundEnded)
-        : m_soundEnded(std::move(soundEnded))
+    Context(const CanberraLibrary *canberra, std::function<void()> soundEnded)
+        : m_canberra(canberra)
+        , m_soundEnded(std::move(soundEnded))
     {
     }
     ~Context() { close(); }
@@ -76,13 +69,13 @@ public:
         if (!m_context && !open())
             return;
         ca_proplist *properties = nullptr;
-        int error = ca_proplist_create(&properties);
+        int error = m_canberra->createProperties(&properties);
         if (error == CA_SUCCESS) {
-            ca_proplist_sets(properties, CA_PROP_EVENT_ID, eventName);
-            ca_proplist_sets(properties, CA_PROP_MEDIA_ROLE, "event");
-            error = ca_context_play_full(m_context, 0, properties, finish, this);
+            m_canberra->setProperty(properties, CA_PROP_EVENT_ID, eventName);
+            m_canberra->setProperty(properties, CA_PROP_MEDIA_ROLE, "event");
+            error = m_canberra->playFull(m_context, 0, properties, finish, this);
             keepDriversLoaded();
-            ca_proplist_destroy(properties);
+            m_canberra->destroyProperties(properties);
         }
         if (error != CA_SUCCESS)
             close(); // A device may be there the next time.
@@ -92,7 +85,7 @@ public:
     void close()
     {
         if (m_context)
-            ca_context_destroy(m_context);
+            m_canberra->destroyContext(m_context);
         m_context = nullptr;
     }
 
@@ -104,25 +97,26 @@ private:
 
     bool open()
     {
-        if (ca_context_create(&m_context) != CA_SUCCESS) {
+        if (!m_canberra || m_canberra->createContext(&m_context) != CA_SUCCESS) {
             m_context = nullptr;
             return false;
         }
-        ca_context_change_props(m_context, CA_PROP_APPLICATION_NAME, "Wren Fold", CA_PROP_APPLICATION_ID,
-                                applicationIDLiteral, nullptr);
+        m_canberra->changeProperties(m_context, CA_PROP_APPLICATION_NAME, "Wren Fold", CA_PROP_APPLICATION_ID,
+                                     applicationIDLiteral, nullptr);
         return true;
     }
 
+    const CanberraLibrary *const m_canberra; ///< Null: there are no sounds.
     std::function<void()> m_soundEnded;
     ca_context *m_context = nullptr;
 };
 
 } // namespace
 
-CanberraSounds::CanberraSounds()
-    : m_queue(std::make_shared<Queue>())
+CanberraSounds::CanberraSounds(Load *load)
+    : m_load(load)
+    , m_queue(std::make_shared<Queue>())
 {
-    snd_lib_error_set_handler(keepQuiet);
 }
 
 CanberraSounds::~CanberraSounds()
@@ -145,7 +139,7 @@ void CanberraSounds::play(Sound sound)
 {
     constexpr std::size_t mostWaiting = 3;
     if (!m_thread.joinable())
-        m_thread = std::thread([queue = m_queue] { playAll(*queue); });
+        m_thread = std::thread([queue = m_queue, load = m_load] { playAll(*queue, load()); });
     const std::scoped_lock lock(m_queue->mutex);
     if (m_queue->waiting.size() >= mostWaiting)
         return;
@@ -153,10 +147,10 @@ void CanberraSounds::play(Sound sound)
     m_queue->changed.notify_all();
 }
 
-void CanberraSounds::playAll(Queue &queue)
+void CanberraSounds::playAll(Queue &queue, const CanberraLibrary *canberra)
 {
     {
-        Context context([&queue] {
+        Context context(canberra, [&queue] {
             const std::scoped_lock lock(queue.mutex);
             --queue.playing;
             queue.changed.notify_all();

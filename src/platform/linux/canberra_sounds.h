@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/canberra_library.h"
 #include "platform/sounds.h"
 
 #include <memory>
@@ -13,7 +14,10 @@ namespace wrenfold {
 class CanberraSounds : public Sounds
 {
 public:
-    CanberraSounds();
+    /// Asks for the library on its own thread, when there is a sound to play.
+    using Load = const CanberraLibrary *();
+
+    explicit CanberraSounds(Load *load = CanberraLibrary::loaded);
     /// Returns within half a second, whatever the audio server does. Sounds that still play are cut off.
     ~CanberraSounds() override;
 
@@ -25,8 +29,9 @@ public:
 
 private:
     struct Queue;
-    static void playAll(Queue &queue);
+    static void playAll(Queue &queue, const CanberraLibrary *canberra);
 
+    Load *const m_load;
     std::shared_ptr<Queue> m_queue; ///< The thread's too, which may outlive this object.
     std::thread m_thread;
 };
