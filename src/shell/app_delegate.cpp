@@ -10,8 +10,16 @@
 #include <QScreen>
 
 #include <algorithm>
+#include <chrono>
 
 namespace wrenfold {
+
+namespace {
+
+/// How long the bus may take from its starting this program to its handing over what was asked.
+constexpr std::chrono::seconds patienceForRequest(2);
+
+} // namespace
 
 AppDelegate::AppDelegate(Platform &platform, const StoreMaking &storeMaking)
     : m_platform(platform)
@@ -60,6 +68,8 @@ void AppDelegate::applicationDidFinishLaunching(std::optional<Request> request)
     m_store.exitGhostMode();
     if (request)
         showPanel();
+    else
+        m_unheardRequest = m_platform.clock->after(patienceForRequest, [this] { showPanel(); });
     m_platform.singleInstance->listen([this](Request another) { return answer(another); });
     if (request == Request::NewTodo)
         m_store.requestTodoInput();
@@ -208,6 +218,7 @@ void AppDelegate::newTodo()
 
 QString AppDelegate::answer(Request request)
 {
+    m_unheardRequest.reset();
     switch (request) {
     case Request::ShowPanel:
         showPanel();

@@ -10,6 +10,7 @@
 #include "platform/platform.h"
 #include "shell/app_menu.h"
 #include "shell/hot_keys.h"
+#include "shell/menu_key.h"
 #include "shell/panel_controller.h"
 #include "shell/reorder_key_controller.h"
 #include "shell/settings_controller.h"
@@ -34,7 +35,8 @@ public:
     Q_DISABLE_COPY_MOVE(AppDelegate)
 
     /// To be called once, when the application is ready to show windows. Reading it is reading the start-up.
-    /// `request` is what this start was asked for; none if that is still to come by the message bus.
+    /// `request` is what this start was asked for; none if that is still to come by the message bus. The bus drops what
+    /// somebody asks who ends before this program is there: if nothing comes, the panel shows after two seconds.
     void applicationDidFinishLaunching(std::optional<Request> request = Request::ShowPanel);
 
 private:
@@ -72,6 +74,8 @@ private:
     std::optional<StatusBarController> m_statusBarController;
     std::optional<FocusGuardController> m_focusGuardController;
     std::optional<ReorderKeyController> m_reorderKeyController;
+    MenuKey m_menuKey;
+    std::unique_ptr<ScheduledCall> m_unheardRequest;
 };
 
 } // namespace wrenfold

@@ -18,6 +18,14 @@ Gio.DesktopAppInfo.new("{ID}.desktop").{{call}}
 loop.run()
 """
 
+CALL_AND_GO = f"""
+from gi.repository import Gio, GLib
+bus = Gio.bus_get_sync(Gio.BusType.SESSION, None)
+bus.call("{ID}", "/{ID.replace('.', '/')}", "org.freedesktop.Application", "Activate", GLib.Variant("(a{{sv}})", ({{}},)),
+         None, Gio.DBusCallFlags.NONE, -1, None, None)
+bus.flush_sync(None)
+"""
+
 
 def ask(session, method, *arguments):
     """Calls the program's object as desktops do; the call has to be answered."""
@@ -73,6 +81,13 @@ def toggling_shows_the_panel_that_was_not_there(session):
     stop(session)
 
 
+def somebody_who_does_not_wait_gets_the_panel(session):
+    """The bus may forget his call before the program is there."""
+    session.wait_end(session.start("/usr/bin/python3", "-c", CALL_AND_GO))
+    session.wait_active(session.wait_window("Wren Fold"))
+    stop(session)
+
+
 def hiding_shows_nothing(session):
     action(session, "hide-panel")
     expect(program_process(session), "nobody has answered")
@@ -104,6 +119,7 @@ def main():
         install(session, program_to_test())
         activating_shows_the_panel(session)
         toggling_shows_the_panel_that_was_not_there(session)
+        somebody_who_does_not_wait_gets_the_panel(session)
         hiding_shows_nothing(session)
         a_new_task_is_typed_at_once(session)
         desktops_launch_the_entry_over_the_bus(session)

@@ -66,6 +66,25 @@ private Q_SLOTS:
             QTRY_COMPARE(Program::composer()->hasFocus(), request == Request::NewTodo);
     }
 
+    void aStartByTheMessageBusWhoseRequestGotLostShowsThePanel()
+    {
+        Program program;
+        program.start(std::nullopt);
+        program.fakes.clock->advance(std::chrono::milliseconds(1999));
+        QVERIFY(!Program::panel());
+        program.fakes.clock->advance(std::chrono::milliseconds(1));
+        QVERIFY(Program::panel()->isVisible());
+    }
+
+    void aStartByTheMessageBusThatHidesThePanelLeavesItHidden()
+    {
+        Program program;
+        program.start(std::nullopt);
+        static_cast<void>(ask(program, Request::HidePanel));
+        program.fakes.clock->advance(std::chrono::seconds(10));
+        QVERIFY(!Program::panel() || !Program::panel()->isVisible());
+    }
+
     void hidingHidesThePanelAndAgainDoesNothing()
     {
         Program program;
