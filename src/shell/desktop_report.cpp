@@ -31,6 +31,16 @@ QString line(const DesktopAbility &ability)
     return parts.join(u' ') + u'\n';
 }
 
+/// Only a native Wayland window can do nothing at all; with the others it is the window manager.
+QString remedyForWindow(const Availability &availability)
+{
+    if (availability.level == Availability::Level::NotAvailable)
+        return QStringLiteral(
+            "Run it through Xwayland, or give its window such a rule in the desktop's settings.");
+    return QStringLiteral(
+        "Give its window such a rule in the desktop's settings, or run another window manager.");
+}
+
 } // namespace
 
 QString desktopReport(const QList<DesktopAbility> &abilities)
@@ -50,14 +60,11 @@ QString desktopReport(const Platform &platform)
          QStringLiteral("Start wrenfold again to get its panel.")},
         {QStringLiteral("label"), item.labelAvailability(), {}},
         {QStringLiteral("hot keys"), platform.globalShortcuts->availability(), {}},
-        {QStringLiteral("on top"), panel.availability(),
-         QStringLiteral(
-             "Run it through Xwayland, or give its window such a rule in the desktop's settings.")},
+        {QStringLiteral("on top"), panel.availability(), remedyForWindow(panel.availability())},
         {QStringLiteral("all workspaces"), panel.workspacesAvailability(),
-         QStringLiteral(
-             "Run it through Xwayland, or give its window such a rule in the desktop's settings.")},
+         remedyForWindow(panel.workspacesAvailability())},
         {QStringLiteral("guard"), platform.frontmostApplication->availability(),
-         QStringLiteral("An X11 session has no such limit.")},
+         QStringLiteral("An X11 session with a common window manager has no such limit.")},
         {QStringLiteral("reorder key"), platform.modifierKeys->availability(),
          QStringLiteral("Click the panel first, then hold Ctrl.")},
         {QStringLiteral("notifications"), platform.notificationCenter->availability(),

@@ -47,6 +47,16 @@ private Q_SLOTS:
         QTEST(desktopReport(QList<DesktopAbility>{ability}), "line");
     }
 
+    void xwaylandIsAdvisedOnlyToWhoIsNotThere()
+    {
+        FakePlatform fakes;
+        fakes.panelWindow->setAvailability({Level::Limited, u("Not above.")});
+        fakes.panelWindow->setWorkspacesAvailability({Level::NotAvailable, u("Not everywhere.")});
+        const QStringList lines = desktopReport(fakes.platform).split(u'\n');
+        QVERIFY(!lines.at(3).contains(u("Xwayland")));
+        QVERIFY(lines.at(4).contains(u("Xwayland")));
+    }
+
     void eachAbilityHasItsLine()
     {
         FakePlatform fakes;
