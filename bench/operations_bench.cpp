@@ -158,9 +158,8 @@ void drag(benchmark::State &state)
             while (direction > 0 ? y < list.viewport()->height() - besideTheEdge
                                  : y > first.center().y() - step) {
                 y += direction * step;
-                samples.push_back(millisecondsUntilPainted([&] {
-                    panel.pointer(QEvent::MouseMove, {first.center().x(), y});
-                }));
+                const auto move = [&] { panel.pointer(QEvent::MouseMove, {first.center().x(), y}); };
+                samples.push_back(millisecondsUntilPainted(move));
             }
             if (direction > 0 && store.tasks.value() == before)
                 state.SkipWithError("nothing was dragged");

@@ -5,15 +5,18 @@
 #                            undefined-behaviour sanitizers; the released program on a real desktop session;
 #                            installing it, and its Debian package; a short run of every fuzz target
 #   script/test.sh --quick   formatting, and every test of the development build once
+#   script/test.sh --clang   the same, built by clang
 #
 # The last line counts what passed and failed: every test, and every build and check as one more.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
 quick=false
+development=dev # the preset of the development build
 case "${1:-}" in
 "") ;;
 --quick) quick=true ;;
+--clang) quick=true development=clang ;;
 --help)
     print_help "$0"
     exit 0
@@ -105,9 +108,9 @@ mkdir -p build
 
 check format check_format || true
 
-if check build-dev build_preset dev -DWRENFOLD_WARNINGS_AS_ERRORS=ON; then
+if check "build-$development" build_preset "$development" -DWRENFOLD_WARNINGS_AS_ERRORS=ON; then
     if $quick; then
-        run_tests dev dev
+        run_tests "$development" "$development"
     else
         run_tests dev dev --label-exclude '^desktop$'
     fi
@@ -124,7 +127,7 @@ if ! $quick; then
         check package check_package || true
     fi
     # Fuzz targets join in as soon as there are any.
-    if [[ -f tests/fuzz/CMakeLists.txt ]] && check build-fuzz build_preset fuzz; then
+    if [[ -f tests/fuzz/CMakeLists.txt ]] && check build-fuzz build_preset fuzz -DWRENFOLD_WARNINGS_AS_ERRORS=ON; then
         run_fuzz_targets
     fi
 fi

@@ -67,22 +67,16 @@ void LineEdit::openMenu(const QPoint &position)
     // Qt's own speaks the toolkit's language and undoes what is committed.
     auto *menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    const auto add = [menu](const QString &text, auto act, bool isEnabled) {
+    const auto add = [menu](const QString &text, bool isEnabled, auto act) {
         menu->addAction(text, act)->setEnabled(isEnabled);
     };
-    add(
-        QStringLiteral("元に戻す"), [this] { undoTyping(); }, hasUncommittedText());
-    add(
-        QStringLiteral("やり直す"), [this] { redo(); }, hasUncommittedText() && isRedoAvailable());
+    add(QStringLiteral("元に戻す"), hasUncommittedText(), [this] { undoTyping(); });
+    add(QStringLiteral("やり直す"), hasUncommittedText() && isRedoAvailable(), [this] { redo(); });
     menu->addSeparator();
-    add(
-        QStringLiteral("切り取り"), [this] { cut(); }, hasSelectedText() && !isMasked);
-    add(
-        QStringLiteral("コピー"), [this] { copy(); }, hasSelectedText() && !isMasked);
-    add(
-        QStringLiteral("貼り付け"), [this] { paste(); }, !QGuiApplication::clipboard()->text().isEmpty());
-    add(
-        QStringLiteral("すべて選択"), [this] { selectAll(); }, !text().isEmpty());
+    add(QStringLiteral("切り取り"), hasSelectedText() && !isMasked, [this] { cut(); });
+    add(QStringLiteral("コピー"), hasSelectedText() && !isMasked, [this] { copy(); });
+    add(QStringLiteral("貼り付け"), !QGuiApplication::clipboard()->text().isEmpty(), [this] { paste(); });
+    add(QStringLiteral("すべて選択"), !text().isEmpty(), [this] { selectAll(); });
     menu->popup(position);
 }
 

@@ -25,8 +25,8 @@ void runHandler(uint32_t id)
 /// Deferred, so that whatever the desktop's message interrupted has been done before the action runs.
 void hotKeyEventHandler(uint32_t id)
 {
-    QMetaObject::invokeMethod(
-        qApp, [id] { runHandler(id); }, Qt::QueuedConnection);
+    const auto run = [id] { runHandler(id); };
+    QMetaObject::invokeMethod(qApp, run, Qt::QueuedConnection);
 }
 
 uint32_t toUnsigned(int value)

@@ -36,8 +36,8 @@ PanelController::PanelController(FocusStore &store, Clock &clock, PanelWindow &a
     m_subscriptions.push_back(m_store.isQuadrantDropActive.onChange(size));
     m_subscriptions.push_back(m_store.isGhostMode.watch([this](bool) { followGhostMode(); }));
     m_subscriptions.push_back(m_store.isHardPinned.watch([this](bool) {
-        QMetaObject::invokeMethod(
-            &m_panel, [this] { applyLevel(); }, Qt::QueuedConnection);
+        const auto apply = [this] { applyLevel(); };
+        QMetaObject::invokeMethod(&m_panel, apply, Qt::QueuedConnection);
     }));
     followSize();
 }

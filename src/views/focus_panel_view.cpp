@@ -179,8 +179,7 @@ void FocusPanelView::scheduleRowsUpdate()
     if (m_isRowsUpdateScheduled)
         return;
     m_isRowsUpdateScheduled = true;
-    QMetaObject::invokeMethod(
-        this, [this] { flushRowsUpdate(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, &FocusPanelView::flushRowsUpdate, Qt::QueuedConnection);
 }
 
 void FocusPanelView::flushRowsUpdate()

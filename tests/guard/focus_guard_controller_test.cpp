@@ -313,7 +313,7 @@ private Q_SLOTS:
         guard.bringToFront(RunningApplication{std::nullopt, name});
         guard.pass(800ms);
         QCOMPARE(guard.status(),
-                 QStringLiteral("⚠️ Focus Guard: A & B_c <b>x</b> を検知（続けないで）"));
+                 QStringLiteral("\u26A0\uFE0F Focus Guard: %1 を検知（続けないで）").arg(name));
         guard.pass(3200ms);
         QCOMPARE(guard.fakes.notificationCenter.take().constFirst().body,
                  QStringLiteral("A & B_c <b>x</b> をブロックしました — NOW に戻りましょう"));

@@ -148,9 +148,9 @@ private Q_SLOTS:
         const LogCapture log;
         InboxFolder::drop(QStringLiteral("new.json"), QStringLiteral("new"), 1);
         watching.settle();
-        QCOMPARE(watching.takePosted(),
-                 (QList<Notification>{{QStringLiteral("wrenfold.inbox.arrival"),
-                                       QStringLiteral("📥 TODO候補が1件届きました"), QStringLiteral("new")}}));
+        const Notification posted{QStringLiteral("wrenfold.inbox.arrival"),
+                                  QStringLiteral("📥 TODO候補が1件届きました"), QStringLiteral("new")};
+        QCOMPARE(watching.takePosted(), QList{posted});
         QVERIFY(LogCapture::take().contains(QStringLiteral("info store: inbox reloaded items=2 new=1")));
     }
 

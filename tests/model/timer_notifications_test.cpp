@@ -99,7 +99,8 @@ private Q_SLOTS:
         QTRY_COMPARE(desk.listed(), (Texts{{u("🍅 あと5分"), u("残り5分。NOW だけ見よう。")}}));
         desk.clock.advance(301s);
         QTRY_COMPARE(desk.daemon.listed().size(), 3);
-        QCOMPARE(desk.listed().last(), (std::pair{u("🍅 作業完了"), u("「フォーカス」— 10分休憩に入ります")}));
+        const std::pair workIsDone{u("🍅 作業完了"), u("「フォーカス」— 10分休憩に入ります")};
+        QCOMPARE(desk.listed().last(), workIsDone);
         desk.clock.advance(601s);
         QTRY_COMPARE(desk.daemon.listed().size(), 4);
         QCOMPARE(desk.listed().last(),

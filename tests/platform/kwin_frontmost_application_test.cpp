@@ -73,9 +73,8 @@ struct Desk
     [[nodiscard]] bool becomesActive(const QString &windowClass)
     {
         kwin->report(windowClass);
-        return QTest::qWaitFor([&] {
-            return frontmost->current() == RunningApplication{std::nullopt, windowClass};
-        });
+        const RunningApplication active{std::nullopt, windowClass};
+        return QTest::qWaitFor([&] { return frontmost->current() == active; });
     }
 };
 

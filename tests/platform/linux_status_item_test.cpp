@@ -32,12 +32,10 @@ private:
             return icon;
         });
         m_trayIcons.clear();
+        const auto menuRows = [] { return QList<StatusMenuRow>{{QStringLiteral("show"), 4}}; };
         item->show({.activate = [this] { ++m_clicks; },
                     .openMenu = [] {},
-                    .menuRows =
-                        [] {
-                            return QList<StatusMenuRow>{{QStringLiteral("show"), 4}};
-                        },
+                    .menuRows = menuRows,
                     .chooseRow = [](int) {},
                     .labelShown = [this](bool isShown) { m_labels << isShown; }});
         item->setContent(content(QStringLiteral("pin")));

@@ -155,8 +155,8 @@ void InstanceBus::listenAgain()
 void InstanceBus::connectAndServe()
 {
     m_bus.connect(busPatience, [this](const QDBusConnection &connection) {
-        QMetaObject::invokeMethod(
-            this, [this, connection] { serve(connection); }, Qt::QueuedConnection);
+        const auto serveIt = [this, connection] { serve(connection); };
+        QMetaObject::invokeMethod(this, serveIt, Qt::QueuedConnection);
     });
 }
 

@@ -79,8 +79,8 @@ void KWinFrontmostApplication::advance()
     m_isConnecting = true;
     m_connection.reset();
     m_bus.connect(m_patience, [this](const QDBusConnection &connection) {
-        QMetaObject::invokeMethod(
-            this, [this, connection] { serve(connection); }, Qt::QueuedConnection);
+        const auto serveIt = [this, connection] { serve(connection); };
+        QMetaObject::invokeMethod(this, serveIt, Qt::QueuedConnection);
     });
 }
 
