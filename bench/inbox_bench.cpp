@@ -21,6 +21,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QLoggingCategory>
+#include <QTimeZone>
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
@@ -96,7 +97,7 @@ private:
 /// As another program does it: each written beside the folder, then renamed into it.
 void putCandidates(const QString &inbox, int count)
 {
-    const QDateTime first(QDate(2026, 1, 1), QTime(0, 0), Qt::UTC);
+    const QDateTime first(QDate(2026, 1, 1), QTime(0, 0), QTimeZone::utc());
     for (int i = 0; i < count; ++i) {
         const QString beside = inbox + QLatin1String("/../candidate");
         QFile file(beside);

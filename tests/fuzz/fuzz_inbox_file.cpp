@@ -3,6 +3,7 @@
 
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QTimeZone>
 
 #include <algorithm>
 #include <cstddef>
@@ -59,7 +60,7 @@ QDateTime momentByPlaces(const QString &text)
         if (text[zone] == u'-')
             offset = -offset;
     }
-    return QDateTime(day, QTime(0, 0), Qt::UTC).addSecs(seconds - offset);
+    return QDateTime(day, QTime(0, 0), QTimeZone::utc()).addSecs(seconds - offset);
 }
 
 void readMoment(const QString &text)
@@ -74,7 +75,7 @@ void readMoment(const QString &text)
 
 void readFile(const QUrl &file, const QString &name, const QByteArray &bytes)
 {
-    const QDateTime modified = QDateTime::fromSecsSinceEpoch(1'700'000'000, Qt::UTC);
+    const QDateTime modified = QDateTime::fromSecsSinceEpoch(1'700'000'000).toUTC();
     const std::optional<InboxItem> item = InboxFile::decode(file, bytes, modified);
     if (!item)
         return;

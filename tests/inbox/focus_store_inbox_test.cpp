@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <QTimeZone>
 
 #include <algorithm>
 
@@ -249,7 +250,8 @@ private:
     {
         QFile file(InboxFolder::file(name));
         QVERIFY(file.open(QIODevice::ReadWrite));
-        QVERIFY(file.setFileTime(QDateTime(date, QTime(0, 0), Qt::UTC), QFileDevice::FileModificationTime));
+        QVERIFY(file.setFileTime(QDateTime(date, QTime(0, 0), QTimeZone::utc()),
+                                 QFileDevice::FileModificationTime));
     }
 };
 

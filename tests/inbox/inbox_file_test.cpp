@@ -10,7 +10,7 @@ namespace wrenfold {
 namespace {
 
 const QUrl file = QUrl::fromLocalFile(QStringLiteral("/inbox/mail.json"));
-const QDateTime written(QDate(2026, 3, 1), QTime(8, 0), Qt::UTC);
+const QDateTime written(QDate(2026, 3, 1), QTime(8, 0), QTimeZone::utc());
 
 std::optional<InboxItem> decoded(const QByteArray &json)
 {
@@ -44,7 +44,7 @@ private Q_SLOTS:
         QCOMPARE(item->text, QStringLiteral("買い物"));
         QCOMPARE(item->source, QStringLiteral("gmail"));
         QCOMPARE(item->url, QUrl(QStringLiteral("https://example.org/m?id=1")));
-        QCOMPARE(item->receivedAt, QDateTime(QDate(2025, 1, 31), QTime(9, 15), Qt::UTC));
+        QCOMPARE(item->receivedAt, QDateTime(QDate(2025, 1, 31), QTime(9, 15), QTimeZone::utc()));
     }
 
     void textAloneIsEnough()
@@ -91,7 +91,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QDateTime>("moment");
-        const QDateTime moment(QDate(2025, 1, 31), QTime(9, 15), Qt::UTC);
+        const QDateTime moment(QDate(2025, 1, 31), QTime(9, 15), QTimeZone::utc());
         QTest::newRow("whole seconds") << QStringLiteral("2025-01-31T09:15:00Z") << moment;
         QTest::newRow("milliseconds") << QStringLiteral("2025-01-31T09:15:00.250Z") << moment.addMSecs(250);
         QTest::newRow("tenths") << QStringLiteral("2025-01-31T09:15:00.5Z") << moment.addMSecs(500);

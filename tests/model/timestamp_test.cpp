@@ -14,7 +14,7 @@ class TimestampTest : public TestCase
 private Q_SLOTS:
     void theCountBeginsWithTheYear2001InUtc()
     {
-        const QDateTime start(QDate(2001, 1, 1), QTime(0, 0), Qt::UTC);
+        const QDateTime start(QDate(2001, 1, 1), QTime(0, 0), QTimeZone::utc());
         QCOMPARE(Timestamp::fromDateTime(start).secondsSince2001, 0.0);
         QCOMPARE(Timestamp::fromDateTime(start.addMSecs(1500)).secondsSince2001, 1.5);
         QCOMPARE(Timestamp::fromDateTime(start.addMSecs(-250)).secondsSince2001, -0.25);

@@ -38,8 +38,8 @@ private:
 
 QDateTime modificationTime(const struct stat &status)
 {
-    return QDateTime::fromMSecsSinceEpoch(
-        status.st_mtim.tv_sec * qint64(1000) + status.st_mtim.tv_nsec / 1'000'000, Qt::UTC);
+    const qint64 milliseconds = status.st_mtim.tv_sec * qint64(1000) + status.st_mtim.tv_nsec / 1'000'000;
+    return QDateTime::fromMSecsSinceEpoch(milliseconds).toUTC();
 }
 
 /// All of it, or nothing if there are more than `limit` bytes.
