@@ -80,6 +80,7 @@ enter_chroot='
     source=$1 target=$2 folder=$3
     shift 3
     cp --dereference /etc/resolv.conf "$folder/etc/resolv.conf"
+    mount --bind "$folder" "$folder" # A system expects its root to be a mount.
     mount --rbind /dev "$folder/dev"
     mount -t tmpfs -o mode=1777 tmpfs "$folder/dev/shm"
     mount -t proc proc "$folder/proc"

@@ -1,15 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/x11_global_shortcuts.h"
+#include "platform/linux/xcb_xkb.h"
 #include "support/test_case.h"
 #include "support/x11_program.h"
 #include "support/x11_server.h"
 
 #include <QProcess>
-
-// The header's C has a member of that name.
-#define explicit explicit_
-#include <xcb/xkb.h>
-#undef explicit
 
 namespace wrenfold {
 

@@ -18,6 +18,8 @@ using Kind = PanelRow::Kind;
 /// A row that does nothing but hold a field, in which something may be half typed.
 class PlainRow : public PanelRowWidget
 {
+    Q_OBJECT
+
 public:
     explicit PlainRow(QWidget *parent)
         : PanelRowWidget(parent)

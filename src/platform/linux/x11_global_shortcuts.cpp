@@ -2,16 +2,12 @@
 #include "platform/linux/x11_global_shortcuts.h"
 
 #include "platform/linux/x11_keyboard_map.h"
+#include "platform/linux/xcb_xkb.h"
 
 #include <QGuiApplication>
 
 #include <algorithm>
 #include <utility>
-
-// The header's C has a member of that name.
-#define explicit explicit_
-#include <xcb/xkb.h>
-#undef explicit
 
 namespace wrenfold {
 namespace {

@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/x11_modifier_keys.h"
 
+#include "platform/linux/xcb_xkb.h"
+
 #include <QGuiApplication>
 
 #include <utility>
-
-// The header's C has a member of that name.
-#define explicit explicit_
-#include <xcb/xkb.h>
-#undef explicit
 
 namespace wrenfold {
 
