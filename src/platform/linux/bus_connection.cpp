@@ -8,6 +8,9 @@
 namespace wrenfold {
 namespace {
 
+const auto busPath = QStringLiteral("/org/freedesktop/DBus");
+const auto busInterface = QStringLiteral("org.freedesktop.DBus");
+
 QStringList argumentsOf(const BusSignal &signal)
 {
     return signal.firstArgument.isEmpty() ? QStringList() : QStringList{signal.firstArgument};
@@ -23,14 +26,25 @@ void keepDestructionFromBus(const QObject *object)
 
 BusSignal BusSignal::nameOwnerChanged(const QString &service)
 {
-    return {QStringLiteral("/org/freedesktop/DBus"), QStringLiteral("org.freedesktop.DBus"),
-            QStringLiteral("NameOwnerChanged"), service};
+    return {busPath, busInterface, QStringLiteral("NameOwnerChanged"), service};
 }
 
 BusSignal BusSignal::disconnected()
 {
     return {QStringLiteral("/org/freedesktop/DBus/Local"), QStringLiteral("org.freedesktop.DBus.Local"),
             QStringLiteral("Disconnected")};
+}
+
+QDBusMessage busCall(const QString &method, const QVariantList &arguments)
+{
+    QDBusMessage message = QDBusMessage::createMethodCall(busInterface, busPath, busInterface, method);
+    message.setArguments(arguments);
+    return message;
+}
+
+QDBusMessage nameOwnerCall(const QString &service)
+{
+    return busCall(QStringLiteral("GetNameOwner"), {service});
 }
 
 BusConnection::~BusConnection()

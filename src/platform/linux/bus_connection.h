@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QList>
 
 class QDBusVirtualObject;
@@ -21,6 +22,13 @@ struct BusSignal
     /// The bus itself has gone.
     [[nodiscard]] static BusSignal disconnected();
 };
+
+/// A call of the bus itself.
+[[nodiscard]] QDBusMessage busCall(const QString &method, const QVariantList &arguments);
+
+/// The question who is called `service`, by the unique name that its signals and calls come from. Answers do not tell
+/// it on every version of Qt. An error if nobody is called so.
+[[nodiscard]] QDBusMessage nameOwnerCall(const QString &service);
 
 /// A connection to the bus that knows nothing of ours any more when it ends. Qt ends it on a thread of its own, which
 /// goes on to look at what it knows, and to call it, while that goes here.

@@ -73,6 +73,8 @@ void DBusNotificationCenter::advance()
         connectToBus();
     else if (!m_capabilities)
         askCapabilities();
+    else if (m_daemon.isEmpty())
+        findDaemon();
     else if (!m_questions.isEmpty())
         answerQuestions(true, {});
     else
@@ -119,6 +121,16 @@ void DBusNotificationCenter::askCapabilities()
     });
 }
 
+void DBusNotificationCenter::findDaemon()
+{
+    call(nameOwnerCall(service), [this](const QDBusMessage &answer) {
+        if (answer.type() == QDBusMessage::ErrorMessage)
+            return fail(errorText(answer));
+        m_daemon = answer.arguments().value(0).toString();
+        advance();
+    });
+}
+
 void DBusNotificationCenter::show(const Post &post)
 {
     call(notifyMessage(post.notification), [this, post](const QDBusMessage &answer) {
@@ -128,7 +140,6 @@ void DBusNotificationCenter::show(const Post &post)
             if (QDBusError(answer).type() == QDBusError::NoReply)
                 return fail(errorText(answer));
         } else {
-            m_daemon = answer.service();
             m_ids.insert(post.notification.identifier, answer.arguments().value(0).toUInt());
             if (m_capabilities && !m_capabilities->contains(QStringLiteral("sound")))
                 m_sounds.play(Sound::Notification);
@@ -208,7 +219,8 @@ void DBusNotificationCenter::nameOwnerChanged(const QDBusMessage &signal)
     if (signal.service() != busService)
         return;
     forgetDaemon();
-    if (signal.arguments().value(2).toString().isEmpty())
+    m_daemon = signal.arguments().value(2).toString();
+    if (m_daemon.isEmpty())
         setUnavailable(QStringLiteral("The desktop's notification daemon has ended."));
     else
         m_availability = {};

@@ -59,6 +59,7 @@ private:
     void connectToBus();
     void followBus();
     void askCapabilities();
+    void findDaemon();
     void show(const Post &post);
     [[nodiscard]] QDBusMessage notifyMessage(const Notification &notification) const;
 
@@ -82,7 +83,7 @@ private:
     std::optional<BusConnection> m_connection;
     std::optional<QStringList> m_capabilities; ///< Of the daemon that is there now, once it has told them.
     QHash<QString, uint> m_ids;                ///< That daemon's numbers for our identifiers.
-    QString m_daemon;                          ///< Its unique name on the bus, once it has shown something.
+    QString m_daemon;                          ///< Its unique name on the bus; empty while not known.
     QByteArray m_activationToken;              ///< For the click that follows it.
     SessionBus m_bus;                          ///< Last: its thread uses the rest.
 };

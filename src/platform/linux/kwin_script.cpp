@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/kwin_script.h"
 
+#include "platform/linux/bus_connection.h"
+
 #include <QDBusError>
 #include <QDBusPendingCallWatcher>
 #include <QDir>
@@ -10,11 +12,12 @@
 namespace wrenfold {
 namespace {
 
+const auto kwinService = QStringLiteral("org.kde.KWin");
+
 QDBusMessage methodCall(const QString &method, const QVariantList &arguments)
 {
-    QDBusMessage message =
-        QDBusMessage::createMethodCall(QStringLiteral("org.kde.KWin"), QStringLiteral("/Scripting"),
-                                       QStringLiteral("org.kde.kwin.Scripting"), method);
+    QDBusMessage message = QDBusMessage::createMethodCall(kwinService, QStringLiteral("/Scripting"),
+                                                          QStringLiteral("org.kde.kwin.Scripting"), method);
     message.setArguments(arguments);
     message.setAutoStartService(false); // Nobody wants a second window manager.
     return message;
@@ -71,34 +74,40 @@ void KWinScript::run(const QDBusConnection &connection, const QByteArray &text)
     m_isBusy = true;
     ++m_attempt;
     // The answer is waited for: KWin takes a script away only after it, and refuses a second one of the name.
-    call(QStringLiteral("unloadScript"), {m_name}, [this](const QDBusMessage &) { load(); });
+    call(methodCall(QStringLiteral("unloadScript"), {m_name}), [this](const QDBusMessage &) { findKWin(); });
 }
 
-void KWinScript::load()
+void KWinScript::findKWin()
+{
+    call(nameOwnerCall(kwinService),
+         [this](const QDBusMessage &answer) { load(answer.arguments().value(0).toString()); });
+}
+
+void KWinScript::load(const QString &kwin)
 {
     m_file = fileWith(m_text);
     if (!m_file)
         return fail(QStringLiteral("No script for KWin can be written to %1.").arg(folder()));
-    call(QStringLiteral("loadScript"), {m_file->fileName(), m_name}, [this](const QDBusMessage &answer) {
-        if (answer.arguments().value(0).toInt() < 0)
-            return fail(QStringLiteral("KWin did not load the script."));
-        m_kwin = answer.service();
-        start();
-    });
+    call(methodCall(QStringLiteral("loadScript"), {m_file->fileName(), m_name}),
+         [this, kwin](const QDBusMessage &answer) {
+             if (answer.arguments().value(0).toInt() < 0)
+                 return fail(QStringLiteral("KWin did not load the script."));
+             m_kwin = kwin;
+             start();
+         });
 }
 
 void KWinScript::start()
 {
     // All scripts that do not run yet. The object that KWin makes for ours is no way to it: KWin counts them by how many
     // there are, so that after another one has gone two can bear one number.
-    call(QStringLiteral("start"), {}, [](const QDBusMessage &) {});
+    call(methodCall(QStringLiteral("start"), {}), [](const QDBusMessage &) {});
 }
 
-void KWinScript::call(const QString &method, const QVariantList &arguments,
-                      std::function<void(const QDBusMessage &answer)> answered)
+void KWinScript::call(const QDBusMessage &message, std::function<void(const QDBusMessage &answer)> answered)
 {
     m_patience.start();
-    auto *watcher = new QDBusPendingCallWatcher(m_connection->asyncCall(methodCall(method, arguments)), this);
+    auto *watcher = new QDBusPendingCallWatcher(m_connection->asyncCall(message), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this,
             [this, watcher, attempt = m_attempt, answered = std::move(answered)] {
                 watcher->deleteLater();

@@ -48,12 +48,12 @@ Q_SIGNALS:
     void failed(const QString &reason);
 
 private:
-    void load();
+    void findKWin();
+    void load(const QString &kwin);
     void start();
     void fail(const QString &reason);
     /// `answered` is called with the answer, unless it is an error or the attempt has ended by then.
-    void call(const QString &method, const QVariantList &arguments,
-              std::function<void(const QDBusMessage &answer)> answered);
+    void call(const QDBusMessage &message, std::function<void(const QDBusMessage &answer)> answered);
 
     const QString m_name;
     std::optional<QDBusConnection> m_connection; ///< Empty before the first run().

@@ -17,7 +17,6 @@ const auto watcherService = QStringLiteral("org.kde.StatusNotifierWatcher");
 const auto watcherPath = QStringLiteral("/StatusNotifierWatcher");
 const auto watcherInterface = QStringLiteral("org.kde.StatusNotifierWatcher");
 const auto busService = QStringLiteral("org.freedesktop.DBus");
-const auto busPath = QStringLiteral("/org/freedesktop/DBus");
 
 /// What the programs call themselves that are a watcher and draw labels: the Ayatana indicators, GNOME's shell with an
 /// extension for indicators, MATE's panel.
@@ -30,13 +29,6 @@ QStringList labelDrawers()
 QString itemService()
 {
     return QStringLiteral("org.kde.StatusNotifierItem-%1-1").arg(QCoreApplication::applicationPid());
-}
-
-QDBusMessage busCall(const QString &method, const QVariantList &arguments)
-{
-    QDBusMessage message = QDBusMessage::createMethodCall(busService, busPath, busService, method);
-    message.setArguments(arguments);
-    return message;
 }
 
 /// What the bus says of a connection's process; 0 if there is none.
@@ -89,7 +81,7 @@ void StatusNotifierHost::findWatcher()
 {
     ++m_attempt;
     m_watcher.clear();
-    call(busCall(QStringLiteral("GetNameOwner"), {watcherService}), [this](const QDBusMessage &answer) {
+    call(nameOwnerCall(watcherService), [this](const QDBusMessage &answer) {
         const bool isOwned = answer.type() == QDBusMessage::ReplyMessage;
         registerItem(isOwned ? answer.arguments().value(0).toString() : QString());
     });
