@@ -79,5 +79,5 @@ private Q_SLOTS:
 
 } // namespace wrenfold
 
-QTEST_MAIN(wrenfold::DunstTest)
+QTEST_GUILESS_MAIN(wrenfold::DunstTest)
 #include "dunst_test.moc"
