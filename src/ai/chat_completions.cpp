@@ -29,8 +29,14 @@ ChatCompletionRequest request(const QString &model, const QString &system, const
 
 const auto onlyJson = QStringLiteral("Return compact JSON only. No markdown.");
 
+/// Far more lists and objects than any answer needs. Read, each takes many times its text's room, and newer versions of
+/// Qt end the program where there is none left.
+constexpr qsizetype mostContainers = 100'000;
+
 QJsonObject objectIn(const QByteArray &bytes)
 {
+    if (bytes.count('[') + bytes.count('{') > mostContainers)
+        throw AIError::decoding(QStringLiteral("too many lists and objects"));
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
     if (error.error != QJsonParseError::NoError)
