@@ -109,8 +109,8 @@ void PanelHeader::resizeEvent(QResizeEvent *event)
 void PanelHeader::placeChildren()
 {
     m_timer->setGeometry(0, Metrics::gripHeight, width(), Metrics::headerHeight);
-    const int top = Metrics::gripHeight + Metrics::headerHeight + Metrics::stripMargin;
-    const auto place = [top](QWidget *widget, int left) {
+    constexpr int top = Metrics::gripHeight + Metrics::headerHeight + Metrics::stripMargin;
+    const auto place = [](QWidget *widget, int left) {
         const QSize size = widget->sizeHint();
         widget->setGeometry(left, top + (Metrics::stripHeight - size.height()) / 2, size.width(),
                             size.height());
