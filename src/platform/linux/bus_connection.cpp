@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/bus_connection.h"
 
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
 #include <QDBusVirtualObject>
 
 #include <utility>
@@ -75,6 +77,17 @@ void BusConnection::offer(const QString &path, QDBusVirtualObject *object)
 {
     registerVirtualObject(path, object);
     m_offered.append({path, object});
+}
+
+void callBus(const QDBusConnection &connection, const QDBusMessage &call, int timeout, QObject *receiver,
+             std::function<void(const QDBusMessage &answer)> answered)
+{
+    auto *watcher = new QDBusPendingCallWatcher(connection.asyncCall(call, timeout), receiver);
+    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, receiver,
+                     [watcher, answered = std::move(answered)] {
+                         watcher->deleteLater();
+                         answered(watcher->reply());
+                     });
 }
 
 } // namespace wrenfold

@@ -5,6 +5,9 @@
 #include <QDBusMessage>
 #include <QList>
 
+#include <functional>
+
+class QDBusMessage;
 class QDBusVirtualObject;
 
 namespace wrenfold {
@@ -65,5 +68,10 @@ private:
     QList<Followed> m_followed;
     QList<Offered> m_offered;
 };
+
+/// Sends the call; `answered` is called with the answer, or the error, after `timeout` milliseconds at the latest (-1: Qt's
+/// own), unless `receiver` has gone by then.
+void callBus(const QDBusConnection &connection, const QDBusMessage &call, int timeout, QObject *receiver,
+             std::function<void(const QDBusMessage &answer)> answered);
 
 } // namespace wrenfold

@@ -2,11 +2,11 @@
 #include "platform/linux/dbus_notification_center.h"
 
 #include "app/application_id.h"
+#include "platform/linux/activation_token.h"
 #include "platform/sounds.h"
 
 #include <QDBusError>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
 
 #include <utility>
 
@@ -86,18 +86,13 @@ void DBusNotificationCenter::connectToBus()
     m_isBusy = true;
     m_connection.reset();
     forgetDaemon();
-    m_bus.connect(m_patience, [this](const QDBusConnection &connection) {
-        QMetaObject::invokeMethod(
-            this,
-            [this, connection] {
-                m_isBusy = false;
-                m_connection.emplace(connection);
-                if (!connection.isConnected())
-                    return fail(QStringLiteral("there is no session bus that answers"));
-                followBus();
-                advance();
-            },
-            Qt::QueuedConnection);
+    m_bus.connect(m_patience, this, [this](const QDBusConnection &connection) {
+        m_isBusy = false;
+        m_connection.emplace(connection);
+        if (!connection.isConnected())
+            return fail(QStringLiteral("there is no session bus that answers"));
+        followBus();
+        advance();
     });
 }
 
@@ -172,13 +167,10 @@ void DBusNotificationCenter::call(const QDBusMessage &message,
                                   std::function<void(const QDBusMessage &answer)> answered)
 {
     m_isBusy = true;
-    auto *watcher = new QDBusPendingCallWatcher(
-        m_connection->asyncCall(message, static_cast<int>(m_patience.count())), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this,
-            [this, watcher, answered = std::move(answered)] {
-                watcher->deleteLater();
+    callBus(*m_connection, message, static_cast<int>(m_patience.count()), this,
+            [this, answered = std::move(answered)](const QDBusMessage &answer) {
                 m_isBusy = false;
-                answered(watcher->reply());
+                answered(answer);
             });
 }
 
@@ -236,11 +228,8 @@ void DBusNotificationCenter::actionInvoked(const QDBusMessage &signal)
 {
     if (!m_clicked || !isOurs(signal) || signal.arguments().value(1).toString() != defaultAction)
         return;
-    // Where Qt looks for the token when a window asks to be activated.
-    if (!m_activationToken.isEmpty())
-        qputenv("XDG_ACTIVATION_TOKEN", std::exchange(m_activationToken, {}));
+    const ActivationToken token(std::exchange(m_activationToken, {}));
     m_clicked();
-    qunsetenv("XDG_ACTIVATION_TOKEN"); // Good for one activation, and no business of child processes.
 }
 
 } // namespace wrenfold

@@ -3,6 +3,7 @@
 
 #include "app/application_id.h"
 #include "app/debug_log.h"
+#include "platform/linux/activation_token.h"
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusError>
@@ -33,8 +34,8 @@ constexpr std::chrono::seconds busPatience(20);
 QVariantMap askingPlatformData(const QString &instance)
 {
     QVariantMap data{{instanceKey, instance}};
-    if (const QString token = qEnvironmentVariable("XDG_ACTIVATION_TOKEN"); !token.isEmpty())
-        data.insert(activationTokenKey, token);
+    if (const QByteArray token = ActivationToken::ofThisStart(); !token.isEmpty())
+        data.insert(activationTokenKey, QString::fromLocal8Bit(token));
     return data;
 }
 
@@ -154,10 +155,7 @@ void InstanceBus::listenAgain()
 
 void InstanceBus::connectAndServe()
 {
-    m_bus.connect(busPatience, [this](const QDBusConnection &connection) {
-        const auto serveIt = [this, connection] { serve(connection); };
-        QMetaObject::invokeMethod(this, serveIt, Qt::QueuedConnection);
-    });
+    m_bus.connect(busPatience, this, [this](const QDBusConnection &connection) { serve(connection); });
 }
 
 void InstanceBus::serve(const QDBusConnection &connection)
@@ -189,12 +187,8 @@ QString InstanceBus::answerTo(Request request, const QVariantMap &platformData)
                        QStringLiteral("This program runs with other preferences"));
         return {};
     }
-    // Where Qt looks for the token when a window asks to be activated.
-    if (const QString token = platformData.value(activationTokenKey).toString(); !token.isEmpty())
-        qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
-    const QString text = m_answer(request);
-    qunsetenv("XDG_ACTIVATION_TOKEN"); // Good for one activation, and no business of child processes.
-    return text;
+    const ActivationToken token(platformData.value(activationTokenKey).toString().toUtf8());
+    return m_answer(request);
 }
 
 void InstanceBus::Activate(const QVariantMap &platformData)

@@ -78,10 +78,7 @@ void KWinFrontmostApplication::advance()
     }
     m_isConnecting = true;
     m_connection.reset();
-    m_bus.connect(m_patience, [this](const QDBusConnection &connection) {
-        const auto serveIt = [this, connection] { serve(connection); };
-        QMetaObject::invokeMethod(this, serveIt, Qt::QueuedConnection);
-    });
+    m_bus.connect(m_patience, this, [this](const QDBusConnection &connection) { serve(connection); });
 }
 
 void KWinFrontmostApplication::serve(const QDBusConnection &connection)

@@ -4,7 +4,6 @@
 #include "platform/linux/bus_connection.h"
 
 #include <QDBusError>
-#include <QDBusPendingCallWatcher>
 #include <QDir>
 
 #include <utility>
@@ -106,12 +105,10 @@ void KWinScript::start()
 
 void KWinScript::call(const QDBusMessage &message, std::function<void(const QDBusMessage &answer)> answered)
 {
+    constexpr int usualTimeout = -1; // Longer than the patience.
     m_patience.start();
-    auto *watcher = new QDBusPendingCallWatcher(m_connection->asyncCall(message), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this,
-            [this, watcher, attempt = m_attempt, answered = std::move(answered)] {
-                watcher->deleteLater();
-                const QDBusMessage answer = watcher->reply();
+    callBus(*m_connection, message, usualTimeout, this,
+            [this, attempt = m_attempt, answered = std::move(answered)](const QDBusMessage &answer) {
                 if (attempt != m_attempt)
                     return;
                 if (answer.type() == QDBusMessage::ErrorMessage)

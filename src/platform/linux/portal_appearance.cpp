@@ -5,7 +5,6 @@
 
 #include <QDBusArgument>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
 
 #include <utility>
 
@@ -37,10 +36,7 @@ void PortalAppearance::follow(std::function<void(const Appearance &)> changed)
     m_changed = std::move(changed);
     if (!m_changed)
         return;
-    m_bus.connect(m_patience, [this](const QDBusConnection &connection) {
-        QMetaObject::invokeMethod(
-            this, [this, connection] { followPortal(connection); }, Qt::QueuedConnection);
-    });
+    m_bus.connect(m_patience, this, [this](const QDBusConnection &connection) { followPortal(connection); });
 }
 
 Appearance PortalAppearance::appearanceOf(const QMap<QString, QVariantMap> &settings)
@@ -82,15 +78,13 @@ void PortalAppearance::ask()
     QDBusMessage message =
         QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("ReadAll"));
     message << QStringList{appearanceNamespace, gnomeNamespace};
-    auto *watcher = new QDBusPendingCallWatcher(
-        m_connection->asyncCall(message, static_cast<int>(m_patience.count())), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
-        watcher->deleteLater();
-        m_isAsking = false;
-        answerCame(watcher->reply());
-        if (std::exchange(m_isToAskAgain, false))
-            ask();
-    });
+    callBus(*m_connection, message, static_cast<int>(m_patience.count()), this,
+            [this](const QDBusMessage &answer) {
+                m_isAsking = false;
+                answerCame(answer);
+                if (std::exchange(m_isToAskAgain, false))
+                    ask();
+            });
 }
 
 void PortalAppearance::answerCame(const QDBusMessage &answer)

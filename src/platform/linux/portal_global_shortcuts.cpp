@@ -6,7 +6,6 @@
 
 #include <QDBusArgument>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
 #include <QUuid>
 
 #include <algorithm>
@@ -81,10 +80,7 @@ void PortalGlobalShortcuts::connectToBus()
 {
     if (std::exchange(m_isPassedOn, true))
         return;
-    m_bus.connect(m_patience, [this](const QDBusConnection &connection) {
-        QMetaObject::invokeMethod(
-            this, [this, connection] { followPortal(connection); }, Qt::QueuedConnection);
-    });
+    m_bus.connect(m_patience, this, [this](const QDBusConnection &connection) { followPortal(connection); });
 }
 
 void PortalGlobalShortcuts::followPortal(const QDBusConnection &connection)
@@ -105,14 +101,11 @@ void PortalGlobalShortcuts::followPortal(const QDBusConnection &connection)
 void PortalGlobalShortcuts::call(const QDBusMessage &message,
                                  std::function<void(const QDBusMessage &)> replied)
 {
-    auto *watcher = new QDBusPendingCallWatcher(
-        m_connection->asyncCall(message, static_cast<int>(m_patience.count())), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this,
-            [this, watcher, departures = m_departures, replied = std::move(replied)] {
-                watcher->deleteLater();
+    callBus(*m_connection, message, static_cast<int>(m_patience.count()), this,
+            [this, departures = m_departures, replied = std::move(replied)](const QDBusMessage &reply) {
                 // The bus answers in the place of a portal that has gone, after it has told of its going.
                 if (departures == m_departures)
-                    replied(watcher->reply());
+                    replied(reply);
             });
 }
 

@@ -3,6 +3,7 @@
 
 #include "platform/linux/session_bus_probe.h"
 
+#include <QObject>
 #include <QUuid>
 
 #include <atomic>
@@ -81,6 +82,15 @@ void SessionBus::connect(std::chrono::milliseconds patience,
             done(connection);
         attempt->hasEnded = true;
         attempt->ended.notify_all();
+    });
+}
+
+void SessionBus::connect(std::chrono::milliseconds patience, QObject *receiver,
+                         std::function<void(const QDBusConnection &)> done)
+{
+    connect(patience, [receiver, done = std::move(done)](const QDBusConnection &connection) {
+        QMetaObject::invokeMethod(
+            receiver, [done, connection] { done(connection); }, Qt::QueuedConnection);
     });
 }
 

@@ -4,7 +4,6 @@
 #include "app/debug_log.h"
 
 #include <QCoreApplication>
-#include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
 
 #include <limits>
@@ -51,10 +50,7 @@ void StatusNotifierHost::connectToBus()
         return;
     m_isConnecting = true;
     m_connection.reset();
-    m_bus.connect(m_patience, [this](const QDBusConnection &connection) {
-        const auto serveIt = [this, connection] { serve(connection); };
-        QMetaObject::invokeMethod(this, serveIt, Qt::QueuedConnection);
-    });
+    m_bus.connect(m_patience, this, [this](const QDBusConnection &connection) { serve(connection); });
 }
 
 void StatusNotifierHost::serve(const QDBusConnection &connection)
@@ -146,12 +142,10 @@ void StatusNotifierHost::call(const QDBusMessage &message,
 {
     // A watcher that hangs is waited for: once it goes on, it will show the item.
     constexpr int forEver = std::numeric_limits<int>::max();
-    auto *watcher = new QDBusPendingCallWatcher(m_connection->asyncCall(message, forEver), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this,
-            [this, watcher, attempt = m_attempt, answered = std::move(answered)] {
-                watcher->deleteLater();
+    callBus(*m_connection, message, forEver, this,
+            [this, attempt = m_attempt, answered = std::move(answered)](const QDBusMessage &answer) {
                 if (attempt == m_attempt)
-                    answered(watcher->reply());
+                    answered(answer);
             });
 }
 
