@@ -8,11 +8,6 @@
 namespace wrenfold {
 namespace {
 
-xcb_window_t idOf(const QWindow &window)
-{
-    return static_cast<xcb_window_t>(window.winId());
-}
-
 /// Or one of its dialogs.
 bool hasKeyboard(const QWindow &window)
 {
@@ -57,7 +52,7 @@ bool X11CompanionWindows::areInSight() const
 bool X11CompanionWindows::isHidden(xcb_window_t window) const
 {
     return std::any_of(m_companions.begin(), m_companions.end(), [window](const Companion &companion) {
-        return companion.window && !companion.window->isVisible() && idOf(*companion.window) == window;
+        return companion.window && !companion.window->isVisible() && x11IdOf(*companion.window) == window;
     });
 }
 
@@ -86,7 +81,7 @@ void X11CompanionWindows::raiseAbove(const QWindow &panel) const
 {
     for (const Companion &companion : m_companions) {
         if (!companion.window || !companion.window->isVisible() || !hasKeyboard(*companion.window) ||
-            !m_surroundings.liesAbove(idOf(panel), idOf(*companion.window)))
+            !m_surroundings.liesAbove(x11IdOf(panel), x11IdOf(*companion.window)))
             continue;
         companion.window->raise();
         QGuiApplication::focusWindow()->raise(); // Its dialog, perhaps.
@@ -104,7 +99,7 @@ void X11CompanionWindows::tell(const Companion &companion) const
 bool X11CompanionWindows::hasToBeAbove(const Companion &companion) const
 {
     using Kind = PanelStanding::Kind;
-    const PanelSurroundings surroundings = m_surroundings.around(idOf(*companion.window));
+    const PanelSurroundings surroundings = m_surroundings.around(x11IdOf(*companion.window));
     if (companion.kind == CompanionKind::Floating) {
         const PanelStanding current{companion.isAbove ? Kind::Above : Kind::Ordinary};
         return nextStanding(current, PanelLevel::Floating, surroundings).kind == Kind::Above;

@@ -41,8 +41,7 @@ void X11Compositor::watch(std::function<void(bool)> listener)
 bool X11Compositor::nativeEventFilter(const QByteArray &, void *message, qintptr *)
 {
     const auto *event = static_cast<const xcb_generic_event_t *>(message);
-    constexpr uint8_t sentByClient = 0x80;
-    if ((event->response_type & ~sentByClient) != m_selectionEvent || !m_listener)
+    if (typeOf(*event) != m_selectionEvent || !m_listener)
         return false;
     // Asked rather than taken from the event, which may be about another selection.
     if (std::exchange(m_isRunning, isRunning()) != m_isRunning)

@@ -2,6 +2,7 @@
 #include "platform/linux/x11_connection.h"
 
 #include <QGuiApplication>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -53,8 +54,8 @@ std::vector<xcb_atom_t> X11Connection::atoms(const std::vector<QByteArray> &name
 
 xcb_get_property_cookie_t X11Connection::ask(xcb_window_t window, xcb_atom_t property) const
 {
-    constexpr uint32_t most =
-        4096; // Units of four bytes; a window manager lists a thousand windows in a quarter of it.
+    // Units of four bytes; a window manager lists a thousand windows in a quarter of it.
+    constexpr uint32_t most = 4096;
     return xcb_get_property(m_connection, 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, most);
 }
 
@@ -65,6 +66,16 @@ X11Property X11Connection::answer(xcb_get_property_cookie_t cookie) const
     X11Property reply(xcb_get_property_reply(m_connection, cookie, &error));
     std::free(error);
     return reply;
+}
+
+std::vector<uint32_t> X11Connection::numbers(xcb_window_t window, xcb_atom_t property) const
+{
+    return numbersOf(answer(ask(window, property)));
+}
+
+std::vector<uint32_t> X11Connection::rootNumbers(xcb_atom_t property) const
+{
+    return numbers(m_root, property);
 }
 
 void X11Connection::listenToRootProperties() const
@@ -104,6 +115,22 @@ std::vector<uint32_t> numbersOf(const X11Property &property)
         return {};
     const auto *first = static_cast<const uint32_t *>(xcb_get_property_value(property.get()));
     return {first, first + property->value_len};
+}
+
+bool contains(const std::vector<uint32_t> &numbers, uint32_t number)
+{
+    return std::find(numbers.begin(), numbers.end(), number) != numbers.end();
+}
+
+xcb_window_t x11IdOf(const QWindow &window)
+{
+    return static_cast<xcb_window_t>(window.winId());
+}
+
+uint8_t typeOf(const xcb_generic_event_t &event)
+{
+    constexpr uint8_t sentByProgram = 0x80;
+    return static_cast<uint8_t>(event.response_type & ~sentByProgram);
 }
 
 } // namespace wrenfold

@@ -10,6 +10,8 @@
 #include <vector>
 #include <xcb/xcb.h>
 
+class QWindow;
+
 namespace wrenfold {
 
 /// Frees what the X server answered.
@@ -37,6 +39,9 @@ public:
     [[nodiscard]] xcb_get_property_cookie_t ask(xcb_window_t window, xcb_atom_t property) const;
     /// Null when there is no such window.
     [[nodiscard]] X11Property answer(xcb_get_property_cookie_t cookie) const;
+    /// Both at once; see numbersOf().
+    [[nodiscard]] std::vector<uint32_t> numbers(xcb_window_t window, xcb_atom_t property) const;
+    [[nodiscard]] std::vector<uint32_t> rootNumbers(xcb_atom_t property) const;
 
     /// Has changes of the root's properties come as events, besides what Qt has asked for.
     void listenToRootProperties() const;
@@ -53,5 +58,15 @@ private:
 /// What a property holds: its bytes, or its 32-bit numbers; empty for a null one and one of another format.
 [[nodiscard]] QByteArray bytesOf(const X11Property &property);
 [[nodiscard]] std::vector<uint32_t> numbersOf(const X11Property &property);
+[[nodiscard]] bool contains(const std::vector<uint32_t> &numbers, uint32_t number);
+
+/// The desktop of a window that is on all of them.
+inline constexpr uint32_t allDesktops = 0xFFFFFFFF;
+
+/// The window's number on the server.
+[[nodiscard]] xcb_window_t x11IdOf(const QWindow &window);
+
+/// The event's type, whether the server or a program has sent it.
+[[nodiscard]] uint8_t typeOf(const xcb_generic_event_t &event);
 
 } // namespace wrenfold

@@ -44,18 +44,13 @@ bool isOurWindow(xcb_window_t window)
 {
     const QWindowList windows = QGuiApplication::allWindows();
     return std::any_of(windows.begin(), windows.end(),
-                       [window](const QWindow *ours) { return ours->handle() && ours->winId() == window; });
+                       [window](const QWindow *ours) { return ours->handle() && x11IdOf(*ours) == window; });
 }
 
 /// Also a window that Qt does not know of, such as the desktop's own file dialog.
 bool isOurs(const WindowIdentity &identity)
 {
     return isOwnWindowName(identity.windowClass) || isOwnWindowName(identity.windowInstance);
-}
-
-bool contains(const std::vector<uint32_t> &numbers, uint32_t number)
-{
-    return std::find(numbers.begin(), numbers.end(), number) != numbers.end();
 }
 
 } // namespace
@@ -90,7 +85,7 @@ X11FrontmostApplication::~X11FrontmostApplication()
 
 Availability X11FrontmostApplication::availability() const
 {
-    if (!contains(rootNumbers(Supported), m_atoms[ActiveWindow]))
+    if (!contains(m_connection.rootNumbers(m_atoms[Supported]), m_atoms[ActiveWindow]))
         return {Availability::Level::NotAvailable,
                 QStringLiteral("The window manager does not tell which window is active.")};
     if (qEnvironmentVariableIsSet("WAYLAND_DISPLAY"))
@@ -137,8 +132,7 @@ std::optional<RunningApplication> X11FrontmostApplication::current() const
 bool X11FrontmostApplication::nativeEventFilter(const QByteArray &, void *message, qintptr *)
 {
     const auto *event = static_cast<const xcb_generic_event_t *>(message);
-    constexpr uint8_t sentByClient = 0x80;
-    switch (event->response_type & ~sentByClient) {
+    switch (typeOf(*event)) {
     case XCB_PROPERTY_NOTIFY: {
         const auto *change = reinterpret_cast<const xcb_property_notify_event_t *>(event);
         if (change->window == m_connection.root() && change->atom == m_atoms[ActiveWindow])
@@ -168,7 +162,7 @@ bool X11FrontmostApplication::nativeEventFilter(const QByteArray &, void *messag
 
 void X11FrontmostApplication::readActiveWindow()
 {
-    const std::vector<uint32_t> active = rootNumbers(ActiveWindow);
+    const std::vector<uint32_t> active = m_connection.rootNumbers(m_atoms[ActiveWindow]);
     const xcb_window_t window = active.empty() ? xcb_window_t(XCB_WINDOW_NONE) : active.front();
     if (window != m_activeWindow)
         listen(m_activeWindow, XCB_EVENT_MASK_NO_EVENT);
@@ -269,14 +263,14 @@ void X11FrontmostApplication::hide(const RunningApplication &application)
         PlaceQuestions place;
     };
     std::vector<Window> windows;
-    for (const xcb_window_t id : rootNumbers(ClientList)) {
+    for (const xcb_window_t id : m_connection.rootNumbers(m_atoms[ClientList])) {
         if (!isOurWindow(id))
             windows.push_back(
                 {id,
                  askIdentity(id),
                  {m_connection.ask(id, m_atoms[Desktop]), m_connection.ask(id, m_atoms[WindowType])}});
     }
-    const std::vector<uint32_t> desktop = rootNumbers(CurrentDesktop);
+    const std::vector<uint32_t> desktop = m_connection.rootNumbers(m_atoms[CurrentDesktop]);
     for (const Window &window : windows) {
         const bool isHere = canBeHidden(window.place, desktop.empty() ? 0 : desktop.front());
         constexpr uint32_t iconic = 3;
@@ -289,17 +283,11 @@ void X11FrontmostApplication::hide(const RunningApplication &application)
 
 bool X11FrontmostApplication::canBeHidden(const PlaceQuestions &questions, uint32_t currentDesktop) const
 {
-    constexpr uint32_t everyDesktop = 0xFFFFFFFF;
     const std::vector<uint32_t> desktop = numbersOf(m_connection.answer(questions.desktop));
     const std::vector<uint32_t> types = numbersOf(m_connection.answer(questions.windowType));
     const bool isHere =
-        desktop.empty() || desktop.front() == currentDesktop || desktop.front() == everyDesktop;
+        desktop.empty() || desktop.front() == currentDesktop || desktop.front() == allDesktops;
     return isHere && !contains(types, m_atoms[TypeDesktop]) && !contains(types, m_atoms[TypeDock]);
-}
-
-std::vector<uint32_t> X11FrontmostApplication::rootNumbers(int atom) const
-{
-    return numbersOf(m_connection.answer(m_connection.ask(m_connection.root(), m_atoms[size_t(atom)])));
 }
 
 } // namespace wrenfold

@@ -47,7 +47,6 @@ private:
     [[nodiscard]] WindowIdentity identity(const IdentityQuestions &questions) const;
     [[nodiscard]] std::optional<RunningApplication> application(xcb_window_t window) const;
     [[nodiscard]] bool canBeHidden(const PlaceQuestions &questions, uint32_t currentDesktop) const;
-    [[nodiscard]] std::vector<uint32_t> rootNumbers(int atom) const;
 
     InstalledApplications &m_installed;
     Clock &m_clock;

@@ -19,8 +19,8 @@ constexpr xcb_keysym_t superLeft = 0xFFEB;
 constexpr xcb_keysym_t superRight = 0xFFEC;
 constexpr xcb_keysym_t numLock = 0xFF7F;
 
-constexpr uint16_t allModifiers =
-    0xFF; // The rest of an event's state are the pointer's buttons and the layout.
+/// The rest of an event's state are the pointer's buttons and the layout.
+constexpr uint16_t allModifiers = 0xFF;
 
 /// The key in the letter's place on an ANSI keyboard, for layouts without Latin letters.
 xcb_keycode_t placeOf(uint32_t keyCode)

@@ -55,8 +55,8 @@ bool X11ModifierKeys::askWhetherDown() const
 bool X11ModifierKeys::nativeEventFilter(const QByteArray &, void *message, qintptr *)
 {
     const auto *event = static_cast<const xcb_xkb_state_notify_event_t *>(message);
-    constexpr uint8_t sentByClient = 0x80;
-    if ((event->response_type & ~sentByClient) != m_keyboardEvent || event->xkbType != XCB_XKB_STATE_NOTIFY)
+    if (typeOf(*static_cast<const xcb_generic_event_t *>(message)) != m_keyboardEvent ||
+        event->xkbType != XCB_XKB_STATE_NOTIFY)
         return false;
     const bool isDown = (event->mods & XCB_MOD_MASK_CONTROL) != 0;
     if (isDown != std::exchange(m_isDown, isDown) && m_changed)

@@ -109,9 +109,7 @@ void X11PanelWindow::sendWishes()
 bool X11PanelWindow::nativeEventFilter(const QByteArray &, void *message, qintptr *)
 {
     const auto *event = static_cast<const xcb_generic_event_t *>(message);
-    constexpr uint8_t sentByClient = 0x80;
-    if ((event->response_type & ~sentByClient) != XCB_PROPERTY_NOTIFY ||
-        !(isInSight() || m_companions.areInSight()))
+    if (typeOf(*event) != XCB_PROPERTY_NOTIFY || !(isInSight() || m_companions.areInSight()))
         return false;
     const auto *change = reinterpret_cast<const xcb_property_notify_event_t *>(event);
     if (change->window == m_connection.root() && m_surroundings.dependOn(change->atom))
@@ -184,8 +182,7 @@ void X11PanelWindow::leaveManager()
 bool X11PanelWindow::isWithdrawn() const
 {
     constexpr uint32_t withdrawn = 0;
-    const std::vector<uint32_t> state =
-        numbersOf(m_connection.answer(m_connection.ask(id(), m_atoms[ManagerState])));
+    const std::vector<uint32_t> state = m_connection.numbers(id(), m_atoms[ManagerState]);
     return state.empty() || state.front() == withdrawn;
 }
 
@@ -214,8 +211,7 @@ void X11PanelWindow::returnToManager()
 
 void X11PanelWindow::setUserTime(uint32_t time)
 {
-    const std::vector<uint32_t> holder =
-        numbersOf(m_connection.answer(m_connection.ask(id(), m_atoms[UserTimeWindow])));
+    const std::vector<uint32_t> holder = m_connection.numbers(id(), m_atoms[UserTimeWindow]);
     xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, holder.empty() ? id() : holder.front(),
                         m_atoms[UserTime], XCB_ATOM_CARDINAL, 32, 1, &time);
 }

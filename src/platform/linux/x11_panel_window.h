@@ -50,7 +50,7 @@ private:
     void setUserTime(uint32_t time);
     void takeUpKeyboard();
 
-    [[nodiscard]] xcb_window_t id() const { return static_cast<xcb_window_t>(m_window->winId()); }
+    [[nodiscard]] xcb_window_t id() const { return x11IdOf(*m_window); }
     [[nodiscard]] bool isInSight() const { return m_window && m_window->isVisible(); }
     [[nodiscard]] bool isWithdrawn() const;
 

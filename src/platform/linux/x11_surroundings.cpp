@@ -8,15 +8,6 @@
 #include <utility>
 
 namespace wrenfold {
-namespace {
-
-bool contains(const std::vector<uint32_t> &numbers, uint32_t number)
-{
-    return std::find(numbers.begin(), numbers.end(), number) != numbers.end();
-}
-
-} // namespace
-
 X11Surroundings::X11Surroundings(const X11Connection &connection)
     : m_connection(connection)
     , m_atoms(connection.atoms({"_NET_ACTIVE_WINDOW", "_NET_CLIENT_LIST_STACKING", "_NET_CURRENT_DESKTOP",
@@ -36,11 +27,12 @@ PanelSurroundings X11Surroundings::around(xcb_window_t window) const
     PanelSurroundings surroundings;
     const QWindow *focused = QGuiApplication::focusWindow();
     surroundings.isFocusOurs = focused != nullptr;
-    surroundings.isFocusHere = focused && static_cast<xcb_window_t>(focused->winId()) == window;
-    const std::vector<uint32_t> active = rootNumbers(ActiveWindow);
+    surroundings.isFocusHere = focused && x11IdOf(*focused) == window;
+    const std::vector<uint32_t> active = m_connection.rootNumbers(m_atoms[ActiveWindow]);
     surroundings.active = active.empty() ? 0 : active.front();
 
-    const std::vector<xcb_window_t> stacking = rootNumbers(Stacking); // From the lowest.
+    const std::vector<xcb_window_t> stacking =
+        m_connection.rootNumbers(m_atoms[Stacking]); // From the lowest.
     const auto placeInStack = std::find(stacking.begin(), stacking.end(), window);
     const QRect place = rectOf(window);
     for (const xcb_window_t fullScreen : fullScreenInSight(stacking)) {
@@ -55,7 +47,7 @@ PanelSurroundings X11Surroundings::around(xcb_window_t window) const
 
 bool X11Surroundings::liesAbove(xcb_window_t upper, xcb_window_t lower) const
 {
-    const std::vector<xcb_window_t> stacking = rootNumbers(Stacking);
+    const std::vector<xcb_window_t> stacking = m_connection.rootNumbers(m_atoms[Stacking]);
     const auto lowerAt = std::find(stacking.begin(), stacking.end(), lower);
     return std::find(lowerAt, stacking.end(), upper) != stacking.end();
 }
@@ -72,23 +64,17 @@ std::vector<xcb_window_t> X11Surroundings::fullScreenInSight(const std::vector<x
     for (const xcb_window_t window : windows)
         asked.push_back(
             {window, m_connection.ask(window, m_atoms[State]), m_connection.ask(window, m_atoms[Desktop])});
-    const std::vector<uint32_t> currentDesktop = rootNumbers(CurrentDesktop);
+    const std::vector<uint32_t> currentDesktop = m_connection.rootNumbers(m_atoms[CurrentDesktop]);
     std::vector<xcb_window_t> found;
     for (const Questions &questions : asked) {
-        constexpr uint32_t everyDesktop = 0xFFFFFFFF;
         const std::vector<uint32_t> state = numbersOf(m_connection.answer(questions.state));
         const std::vector<uint32_t> desktop = numbersOf(m_connection.answer(questions.desktop));
         const bool isHere =
-            desktop.empty() || desktop.front() == everyDesktop || contains(currentDesktop, desktop.front());
+            desktop.empty() || desktop.front() == allDesktops || contains(currentDesktop, desktop.front());
         if (contains(state, m_atoms[FullScreen]) && !contains(state, m_atoms[Hidden]) && isHere)
             found.push_back(questions.window);
     }
     return found;
-}
-
-std::vector<uint32_t> X11Surroundings::rootNumbers(Atom atom) const
-{
-    return numbersOf(m_connection.answer(m_connection.ask(m_connection.root(), m_atoms[atom])));
 }
 
 QRect X11Surroundings::rectOf(xcb_window_t window) const

@@ -27,7 +27,6 @@ private:
     enum Atom { ActiveWindow, Stacking, CurrentDesktop, State, FullScreen, Hidden, Desktop };
 
     [[nodiscard]] std::vector<xcb_window_t> fullScreenInSight(const std::vector<xcb_window_t> &windows) const;
-    [[nodiscard]] std::vector<uint32_t> rootNumbers(Atom atom) const;
     [[nodiscard]] QRect rectOf(xcb_window_t window) const;
 
     const X11Connection &m_connection;

@@ -3,18 +3,10 @@
 
 #include <QWindow>
 
-#include <algorithm>
-
 namespace wrenfold {
 namespace {
 
-constexpr uint32_t everyDesktop = 0xFFFFFFFF;
 constexpr uint32_t fromApplication = 1;
-
-xcb_window_t idOf(const QWindow &window)
-{
-    return static_cast<xcb_window_t>(window.winId());
-}
 
 } // namespace
 
@@ -28,7 +20,7 @@ X11WindowWishes::X11WindowWishes(const X11Connection &connection)
 
 void X11WindowWishes::keepAbove(const QWindow &window, bool isAbove) const
 {
-    m_connection.sendToWindowManager(idOf(window), m_atoms[State],
+    m_connection.sendToWindowManager(x11IdOf(window), m_atoms[State],
                                      {isAbove ? 1U : 0U, m_atoms[Above], 0, fromApplication});
     xcb_flush(m_connection);
 }
@@ -40,8 +32,8 @@ void X11WindowWishes::keepAtHand(QWindow &window, bool isAbove) const
         return;
     }
     constexpr uint32_t add = 1;
-    const xcb_window_t id = idOf(window);
-    m_connection.sendToWindowManager(id, m_atoms[Desktop], {everyDesktop, fromApplication});
+    const xcb_window_t id = x11IdOf(window);
+    m_connection.sendToWindowManager(id, m_atoms[Desktop], {allDesktops, fromApplication});
     m_connection.sendToWindowManager(id, m_atoms[State], {add, m_atoms[Sticky], 0, fromApplication});
     m_connection.sendToWindowManager(id, m_atoms[State],
                                      {add, m_atoms[SkipTaskbar], m_atoms[SkipPager], fromApplication});
@@ -56,10 +48,10 @@ void X11WindowWishes::writeAtHand(const QWindow &window, bool isAbove) const
     std::vector<xcb_atom_t> states = {m_atoms[Sticky], m_atoms[SkipTaskbar], m_atoms[SkipPager]};
     if (isAbove)
         states.push_back(m_atoms[Above]);
-    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, idOf(window), m_atoms[Desktop],
-                        XCB_ATOM_CARDINAL, 32, 1, &everyDesktop);
-    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, idOf(window), m_atoms[State], XCB_ATOM_ATOM, 32,
-                        static_cast<uint32_t>(states.size()), states.data());
+    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, x11IdOf(window), m_atoms[Desktop],
+                        XCB_ATOM_CARDINAL, 32, 1, &allDesktops);
+    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, x11IdOf(window), m_atoms[State], XCB_ATOM_ATOM,
+                        32, static_cast<uint32_t>(states.size()), states.data());
     xcb_flush(m_connection);
 }
 
@@ -67,8 +59,8 @@ void X11WindowWishes::leaveGroup(const QWindow &window) const
 {
     constexpr size_t flags = 0, group = 8, count = 9; // Of the property's numbers.
     constexpr uint32_t hasGroup = 1U << 6;
-    const xcb_window_t id = idOf(window);
-    std::vector<uint32_t> hints = numbersOf(m_connection.answer(m_connection.ask(id, XCB_ATOM_WM_HINTS)));
+    const xcb_window_t id = x11IdOf(window);
+    std::vector<uint32_t> hints = m_connection.numbers(id, XCB_ATOM_WM_HINTS);
     hints.resize(count);
     hints[flags] |= hasGroup;
     hints[group] = id;
@@ -82,7 +74,7 @@ void X11WindowWishes::bringToFront(const QWindow &window) const
     // As a task bar does it: the window manager may refuse a program that asks for itself, and Qt asks nothing for a
     // window that is not in sight.
     constexpr uint32_t fromPager = 2;
-    m_connection.sendToWindowManager(idOf(window), m_atoms[ActiveWindow], {fromPager, XCB_CURRENT_TIME});
+    m_connection.sendToWindowManager(x11IdOf(window), m_atoms[ActiveWindow], {fromPager, XCB_CURRENT_TIME});
     xcb_flush(m_connection);
 }
 
@@ -98,9 +90,7 @@ bool X11WindowWishes::hasManager() const
 
 bool X11WindowWishes::isSupported(Atom atom) const
 {
-    const std::vector<uint32_t> supported =
-        numbersOf(m_connection.answer(m_connection.ask(m_connection.root(), m_atoms[Supported])));
-    return std::find(supported.begin(), supported.end(), m_atoms[atom]) != supported.end();
+    return contains(m_connection.rootNumbers(m_atoms[Supported]), m_atoms[atom]);
 }
 
 } // namespace wrenfold
