@@ -14,14 +14,12 @@ namespace wrenfold {
 CompletedRow::CompletedRow(const Actions &actions, QWidget *parent)
     : PanelRowWidget(parent)
     , m_actions(actions)
-    , m_check(new CheckCircle(QStringLiteral("未完了に戻す"), this))
+    , m_check(addCheck(QStringLiteral("未完了に戻す"), [this] { m_actions.restore(row().task); }))
     , m_title(new TextLabel({}, this))
 {
-    m_check->setFocusPolicy(Qt::NoFocus);
     m_title->setFont(Fonts::body());
     m_title->setColor(&Theme::tertiaryInk);
     m_title->setStruckOut(true);
-    connectCheck(m_check, [this] { m_actions.restore(row().task); });
 }
 
 void CompletedRow::rowChanged(const PanelRow &)
@@ -34,9 +32,8 @@ void CompletedRow::rowChanged(const PanelRow &)
 void CompletedRow::engagementChanged()
 {
     if (isEngaged() && !m_delete) {
-        m_delete = new IconButton(QStringLiteral("trash"), QStringLiteral("削除（元に戻せます）"), this);
-        m_delete->setFocusPolicy(Qt::NoFocus);
-        connect(m_delete, &IconButton::clicked, this, [this] { m_actions.deleteTask(row().task); });
+        m_delete =
+            addButton(QStringLiteral("trash"), deleteHelp(), [this] { m_actions.deleteTask(row().task); });
     }
     if (m_delete)
         m_delete->setVisible(isEngaged());
@@ -80,7 +77,7 @@ void CompletedRow::contextMenuEvent(QContextMenuEvent *event)
     const TaskItem task = row().task;
     menu->addAction(m_check->help(), [this, task] { m_actions.restore(task); });
     menu->addSeparator();
-    menu->addAction(QStringLiteral("削除（元に戻せます）"), [this, task] { m_actions.deleteTask(task); });
+    menu->addAction(deleteHelp(), [this, task] { m_actions.deleteTask(task); });
     showRowMenu(menu, *this, *event);
 }
 

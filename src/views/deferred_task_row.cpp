@@ -33,15 +33,13 @@ QString markOf(TaskQuadrant quadrant)
 DeferredTaskRow::DeferredTaskRow(const Actions &actions, QWidget *parent)
     : PanelRowWidget(parent)
     , m_actions(actions)
-    , m_check(new CheckCircle(QStringLiteral("完了"), this))
+    , m_check(addCheck(QStringLiteral("完了"), [this] { m_actions.toggleDone(row().task); }))
     , m_title(new TextLabel({}, this))
     , m_subtasks(new TextLabel({}, this))
 {
-    m_check->setFocusPolicy(Qt::NoFocus);
     m_title->setFont(Fonts::body());
     m_subtasks->setFont(Fonts::tiny());
     m_subtasks->setColor(&Theme::tertiaryInk);
-    connectCheck(m_check, [this] { m_actions.toggleDone(row().task); });
 }
 
 void DeferredTaskRow::rowChanged(const PanelRow &)
@@ -69,14 +67,11 @@ void DeferredTaskRow::engagementChanged()
 
 void DeferredTaskRow::makeActionButtons()
 {
-    m_restore = new IconButton(QStringLiteral("arrow.uturn.backward"), QStringLiteral("TODOに戻す"), this);
-    m_quadrant = new IconButton(QStringLiteral("square.grid.2x2"), QStringLiteral("4象限を変更"), this);
-    m_delete = new IconButton(QStringLiteral("trash"), QStringLiteral("削除（元に戻せます）"), this);
-    for (IconButton *button : {m_restore, m_quadrant, m_delete})
-        button->setFocusPolicy(Qt::NoFocus);
-    connect(m_restore, &IconButton::clicked, this, [this] { m_actions.restore(row().task); });
-    connect(m_quadrant, &IconButton::clicked, this, &DeferredTaskRow::showQuadrantMenu);
-    connect(m_delete, &IconButton::clicked, this, [this] { m_actions.deleteTask(row().task); });
+    m_restore = addButton(QStringLiteral("arrow.uturn.backward"), QStringLiteral("TODOに戻す"),
+                          [this] { m_actions.restore(row().task); });
+    m_quadrant = addButton(QStringLiteral("square.grid.2x2"), QStringLiteral("4象限を変更"),
+                           [this] { showQuadrantMenu(); });
+    m_delete = addButton(QStringLiteral("trash"), deleteHelp(), [this] { m_actions.deleteTask(row().task); });
 }
 
 void DeferredTaskRow::showQuadrantMenu()
@@ -138,7 +133,7 @@ void DeferredTaskRow::contextMenuEvent(QContextMenuEvent *event)
     addQuadrantEntries(*menu, task.quadrant,
                        [this, task](TaskQuadrant quadrant) { m_actions.setQuadrant(task, quadrant); });
     menu->addSeparator();
-    menu->addAction(QStringLiteral("削除（元に戻せます）"), [this, task] { m_actions.deleteTask(task); });
+    menu->addAction(deleteHelp(), [this, task] { m_actions.deleteTask(task); });
     showRowMenu(menu, *this, *event);
 }
 

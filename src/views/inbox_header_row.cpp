@@ -7,7 +7,6 @@
 #include "views/row_menu.h"
 
 #include <QContextMenuEvent>
-#include <QCoreApplication>
 #include <QMenu>
 #include <QPainter>
 
@@ -17,17 +16,13 @@ InboxHeaderRow::InboxHeaderRow(const Actions &actions, QWidget *parent)
     : PanelRowWidget(parent)
     , m_actions(actions)
     , m_text(new TextLabel({}, this))
-    , m_approveAll(
-          new IconButton(QStringLiteral("plus.circle"), QStringLiteral("候補をすべてTODOに追加"), this))
-    , m_dismissAll(new IconButton(QStringLiteral("xmark"), QStringLiteral("候補をすべて削除"), this))
+    , m_approveAll(addButton(QStringLiteral("plus.circle"), QStringLiteral("候補をすべてTODOに追加"),
+                             actions.approveAll))
+    , m_dismissAll(addButton(QStringLiteral("xmark"), QStringLiteral("候補をすべて削除"), actions.dismissAll))
 {
     m_text->setFont(Fonts::smallStrong());
     m_text->setColor(&Theme::secondaryInk);
     m_text->setAttribute(Qt::WA_TransparentForMouseEvents);
-    for (IconButton *button : {m_approveAll, m_dismissAll})
-        button->setFocusPolicy(Qt::NoFocus);
-    connect(m_approveAll, &IconButton::clicked, this, [this] { m_actions.approveAll(); });
-    connect(m_dismissAll, &IconButton::clicked, this, [this] { m_actions.dismissAll(); });
 }
 
 void InboxHeaderRow::rowChanged(const PanelRow &)

@@ -27,23 +27,18 @@ constexpr int widestTag = 84; ///< A source may call itself anything; the text i
 InboxRow::InboxRow(const Actions &actions, QWidget *parent)
     : PanelRowWidget(parent)
     , m_actions(actions)
-    , m_check(new CheckCircle(QStringLiteral("TODOに追加"), this))
+    , m_check(addCheck(QStringLiteral("TODOに追加"), [this] { m_actions.approve(row().inboxItem); }))
     , m_text(new TextLabel({}, this))
-    , m_link(new IconButton(QStringLiteral("arrow.up.right.square"), QStringLiteral("元のメッセージを開く"),
-                            this))
-    , m_approve(new IconButton(QStringLiteral("plus.circle"), QStringLiteral("TODOに追加"), this))
-    , m_pin(new IconButton(QStringLiteral("pin"), QStringLiteral("追加してNOWにピン留め"), this))
-    , m_dismiss(new IconButton(QStringLiteral("xmark"), QStringLiteral("候補から削除"), this))
+    , m_link(addButton(QStringLiteral("arrow.up.right.square"), QStringLiteral("元のメッセージを開く"),
+                       [this] { m_actions.openLink(*row().inboxItem.url); }))
+    , m_approve(addButton(QStringLiteral("plus.circle"), QStringLiteral("TODOに追加"),
+                          [this] { m_actions.approve(row().inboxItem); }))
+    , m_pin(addButton(QStringLiteral("pin"), QStringLiteral("追加してNOWにピン留め"),
+                      [this] { m_actions.approveAndPin(row().inboxItem); }))
+    , m_dismiss(addButton(QStringLiteral("xmark"), QStringLiteral("候補から削除"),
+                          [this] { m_actions.dismiss(row().inboxItem); }))
 {
     m_text->setFont(Fonts::body());
-    m_check->setFocusPolicy(Qt::NoFocus);
-    for (IconButton *button : {m_link, m_approve, m_pin, m_dismiss})
-        button->setFocusPolicy(Qt::NoFocus);
-    connectCheck(m_check, [this] { m_actions.approve(row().inboxItem); });
-    connect(m_link, &IconButton::clicked, this, [this] { m_actions.openLink(*row().inboxItem.url); });
-    connect(m_approve, &IconButton::clicked, this, [this] { m_actions.approve(row().inboxItem); });
-    connect(m_pin, &IconButton::clicked, this, [this] { m_actions.approveAndPin(row().inboxItem); });
-    connect(m_dismiss, &IconButton::clicked, this, [this] { m_actions.dismiss(row().inboxItem); });
 }
 
 void InboxRow::rowChanged(const PanelRow &)

@@ -2,6 +2,7 @@
 #include "views/panel_row_widget.h"
 
 #include "look/check_circle.h"
+#include "look/icon_button.h"
 #include "look/painting.h"
 #include "look/theme.h"
 #include "views/row_accessibility.h"
@@ -41,13 +42,25 @@ int PanelRowWidget::placeCheck(QWidget *check, int left)
     return left + Metrics::checkSize + Metrics::rowSpacing;
 }
 
-void PanelRowWidget::connectCheck(CheckCircle *check, std::function<void()> toggle)
+CheckCircle *PanelRowWidget::addCheck(const QString &help, std::function<void()> toggle)
 {
+    auto *check = new CheckCircle(help, this);
+    check->setFocusPolicy(Qt::NoFocus);
     connect(check, &CheckCircle::clicked, this, [this, check, toggle = std::move(toggle)] {
         toggle();
         // The click turned it over. If the task comes back as it was, nothing would turn it back.
         check->setChecked(m_row.task.isDone);
     });
+    return check;
+}
+
+IconButton *PanelRowWidget::addButton(const QString &symbol, const QString &help,
+                                      const std::function<void()> &action)
+{
+    auto *button = new IconButton(symbol, help, this);
+    button->setFocusPolicy(Qt::NoFocus);
+    connect(button, &IconButton::clicked, this, action);
+    return button;
 }
 
 int PanelRowWidget::placeTrailing(std::initializer_list<QWidget *> buttons)

@@ -12,6 +12,7 @@
 namespace wrenfold {
 
 class CheckCircle;
+class IconButton;
 
 /// Base of the widgets that show one row of the panel's list. A widget is handed another row of its kind when
 /// the list scrolls or changes.
@@ -44,11 +45,14 @@ protected:
     /// Pointed at or focused by keyboard: then the row's actions are shown.
     [[nodiscard]] bool isEngaged() const { return m_isHovered || showsFocusRing(); }
 
+    // Neither is a stop of the Tab key: inside a row the arrow keys and the row's own keys do what these do.
+    /// Calls `toggle` when the circle is clicked; the circle goes on showing what the row says.
+    CheckCircle *addCheck(const QString &help, std::function<void()> toggle);
+    IconButton *addButton(const QString &symbol, const QString &help, const std::function<void()> &action);
+
     /// Puts a circle of checkSize, as large as can be hit, at `left` in the row's middle; the place behind it
     /// is returned.
     int placeCheck(QWidget *check, int left);
-    /// Calls `toggle` when the circle is clicked; the circle goes on showing what the row says.
-    void connectCheck(CheckCircle *check, std::function<void()> toggle);
     /// Puts the visible ones of the buttons (null: not made yet) at the row's right end, the first outermost;
     /// their left edge is returned.
     int placeTrailing(std::initializer_list<QWidget *> buttons);

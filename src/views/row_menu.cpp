@@ -7,6 +7,11 @@
 
 namespace wrenfold {
 
+QString deleteHelp()
+{
+    return QStringLiteral("削除（元に戻せます）");
+}
+
 void addQuadrantEntries(QMenu &menu, std::optional<TaskQuadrant> current,
                         std::function<void(TaskQuadrant)> chosen)
 {

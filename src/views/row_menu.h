@@ -12,6 +12,9 @@ class QWidget;
 
 namespace wrenfold {
 
+/// What deleting a task is called, wherever it is offered.
+[[nodiscard]] QString deleteHelp();
+
 /// Adds an entry for each quadrant; `chosen` is called for one that is not `current`, which has a tick.
 void addQuadrantEntries(QMenu &menu, std::optional<TaskQuadrant> current,
                         std::function<void(TaskQuadrant)> chosen);

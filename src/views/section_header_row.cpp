@@ -44,10 +44,9 @@ void SectionHeaderRow::rowChanged(const PanelRow &)
     setAccessibleName(text);
     m_text->setText(text);
     if (row().kind == PanelRow::Kind::CompletedHeader && !m_clear) {
-        m_clear = new IconButton(QStringLiteral("trash"),
-                                 QStringLiteral("完了済みのタスクをまとめて削除（元に戻せます）"), this);
-        m_clear->setFocusPolicy(Qt::NoFocus);
-        connect(m_clear, &IconButton::clicked, this, [this] { m_actions.clearCompleted(); });
+        m_clear = addButton(QStringLiteral("trash"),
+                            QStringLiteral("完了済みのタスクをまとめて削除（元に戻せます）"),
+                            m_actions.clearCompleted);
     }
     if (row().kind == PanelRow::Kind::DeferredHeader)
         updateBoardButton();

@@ -16,22 +16,9 @@ namespace wrenfold {
 
 namespace {
 
-const QString &addSubtaskHelp()
+QString splitHelp()
 {
-    static const QString text = QStringLiteral("サブタスクを手動追加");
-    return text;
-}
-
-const QString &splitHelp()
-{
-    static const QString text = QStringLiteral("AIでサブタスクに分割");
-    return text;
-}
-
-const QString &deleteHelp()
-{
-    static const QString text = QStringLiteral("削除（元に戻せます）");
-    return text;
+    return QStringLiteral("AIでサブタスクに分割");
 }
 
 } // namespace
@@ -39,17 +26,12 @@ const QString &deleteHelp()
 TaskRow::TaskRow(const Actions &actions, QWidget *parent)
     : PanelRowWidget(parent)
     , m_actions(actions)
-    , m_check(new CheckCircle({}, this))
+    , m_check(addCheck({}, [this] { m_actions.toggleDone(row().task); }))
     , m_title(new EditableLabel(QStringLiteral("名前を変更"), this))
-    , m_pin(new IconButton(QStringLiteral("pin"), {}, this))
+    , m_pin(addButton(QStringLiteral("pin"), {}, [this] { m_actions.setActive(row().task); }))
 {
-    // Inside a row the arrow keys and the row's own keys do what these do.
-    m_check->setFocusPolicy(Qt::NoFocus);
-    m_pin->setFocusPolicy(Qt::NoFocus);
     m_title->label()->setClickable(true);
     m_title->label()->setFocusPolicy(Qt::NoFocus);
-    connectCheck(m_check, [this] { m_actions.toggleDone(row().task); });
-    connect(m_pin, &IconButton::clicked, this, [this] { m_actions.setActive(row().task); });
     connect(m_title, &EditableLabel::clicked, this, &TaskRow::activateOrRename);
     connect(m_title, &EditableLabel::edited, this,
             [this](const QString &text) { m_actions.updateTitle(row().task, text); });
@@ -79,38 +61,12 @@ void TaskRow::rowChanged(const PanelRow &previous)
     m_check->setChecked(task.isDone);
     m_check->setNow(row().isActive);
 
-    m_title->setText(task.title);
-    TextLabel *label = m_title->label();
-    label->setFont(row().isSubtask ? Fonts::subtask() : Fonts::body());
-    label->setColor(task.isDone ? &Theme::tertiaryInk : &Theme::ink);
-    label->setStruckOut(task.isDone);
-    label->setHelp(row().isActive || task.isDone ? QString() : QStringLiteral("クリックでNOWにピン留め"));
-
+    updateTitle();
     m_pin->setSymbol(row().isActive ? QStringLiteral("pin.fill") : QStringLiteral("pin"));
     m_pin->setTint(row().isActive ? &Theme::accent : &Theme::secondaryInk);
     m_pin->setHelp(row().isActive ? QStringLiteral("NOWにピン留め中") : QStringLiteral("NOWにピン留め"));
-
-    if (row().childCount > 0 && !m_chevron) {
-        m_chevron = new IconButton(QStringLiteral("chevron.right"), {}, this);
-        m_chevron->setFocusPolicy(Qt::NoFocus);
-        connect(m_chevron, &IconButton::clicked, this, [this] { m_actions.toggleExpanded(row().task); });
-    }
-    if (m_chevron) {
-        m_chevron->setVisible(row().childCount > 0);
-        m_chevron->setSymbol(row().isExpanded ? QStringLiteral("chevron.down")
-                                              : QStringLiteral("chevron.right"));
-        m_chevron->setHelp(row().isExpanded ? QStringLiteral("サブタスクを閉じる")
-                                            : QStringLiteral("サブタスクを表示"));
-    }
-    if (row().isSubtask && !m_number) {
-        m_number = new TextLabel({}, this);
-        m_number->setFont(Fonts::tiny());
-        m_number->setColor(&Theme::tertiaryInk);
-    }
-    if (m_number) {
-        m_number->setVisible(row().isSubtask);
-        m_number->setText(QStringLiteral("%1/%2").arg(row().subtaskNumber).arg(row().subtaskTotal));
-    }
+    updateChevron();
+    updateNumber();
     if (previous.identity() != row().identity() || previous.canSplit != row().canSplit)
         engagementChanged();
     updateHandle();
@@ -121,6 +77,43 @@ void TaskRow::rowChanged(const PanelRow &previous)
         setGraphicsEffect(faint); // What is under the pointer is the preview.
     }
     placeChildren();
+}
+
+void TaskRow::updateTitle()
+{
+    const TaskItem &task = row().task;
+    m_title->setText(task.title);
+    TextLabel *label = m_title->label();
+    label->setFont(row().isSubtask ? Fonts::subtask() : Fonts::body());
+    label->setColor(task.isDone ? &Theme::tertiaryInk : &Theme::ink);
+    label->setStruckOut(task.isDone);
+    label->setHelp(row().isActive || task.isDone ? QString() : QStringLiteral("クリックでNOWにピン留め"));
+}
+
+void TaskRow::updateChevron()
+{
+    const bool isShown = row().childCount > 0;
+    if (!m_chevron && !isShown)
+        return;
+    if (!m_chevron)
+        m_chevron = addButton({}, {}, [this] { m_actions.toggleExpanded(row().task); });
+    m_chevron->setVisible(isShown);
+    m_chevron->setSymbol(row().isExpanded ? QStringLiteral("chevron.down") : QStringLiteral("chevron.right"));
+    m_chevron->setHelp(row().isExpanded ? QStringLiteral("サブタスクを閉じる")
+                                        : QStringLiteral("サブタスクを表示"));
+}
+
+void TaskRow::updateNumber()
+{
+    if (!m_number && !row().isSubtask)
+        return;
+    if (!m_number) {
+        m_number = new TextLabel({}, this);
+        m_number->setFont(Fonts::tiny());
+        m_number->setColor(&Theme::tertiaryInk);
+    }
+    m_number->setVisible(row().isSubtask);
+    m_number->setText(QStringLiteral("%1/%2").arg(row().subtaskNumber).arg(row().subtaskTotal));
 }
 
 void TaskRow::engagementChanged()
@@ -144,11 +137,9 @@ void TaskRow::updateHandle()
     if (!m_handle && !isShown)
         return;
     if (!m_handle) {
-        m_handle = new IconButton(QStringLiteral("line.3.horizontal"), {}, this);
-        m_handle->setFocusPolicy(Qt::NoFocus);
+        m_handle = addButton(QStringLiteral("line.3.horizontal"), {},
+                             [this] { openMenu(mapToGlobal(m_handle->geometry().bottomLeft())); });
         m_handle->setCursor(Qt::OpenHandCursor);
-        connect(m_handle, &IconButton::clicked, this,
-                [this] { openMenu(mapToGlobal(m_handle->geometry().bottomLeft())); });
     }
     m_handle->setVisible(isShown);
     m_handle->setTint(row().isReorderHinted ? &Theme::accent : &Theme::tertiaryInk);
@@ -164,14 +155,12 @@ bool TaskRow::isHandle(const QWidget &child) const
 
 void TaskRow::makeActionButtons()
 {
-    m_addSubtask = new IconButton(QStringLiteral("plus.rectangle.on.folder"), addSubtaskHelp(), this);
-    m_split = new IconButton(QStringLiteral("list.bullet.indent"), splitHelp(), this);
-    m_delete = new IconButton(QStringLiteral("trash"), deleteHelp(), this);
-    for (IconButton *button : {m_addSubtask, m_split, m_delete})
-        button->setFocusPolicy(Qt::NoFocus);
-    connect(m_addSubtask, &IconButton::clicked, this, [this] { m_actions.addSubtask(row().task); });
-    connect(m_split, &IconButton::clicked, this, [this] { m_actions.splitTask(row().task); });
-    connect(m_delete, &IconButton::clicked, this, [this] { m_actions.deleteTask(row().task); });
+    m_addSubtask =
+        addButton(QStringLiteral("plus.rectangle.on.folder"), QStringLiteral("サブタスクを手動追加"),
+                  [this] { m_actions.addSubtask(row().task); });
+    m_split = addButton(QStringLiteral("list.bullet.indent"), splitHelp(),
+                        [this] { m_actions.splitTask(row().task); });
+    m_delete = addButton(QStringLiteral("trash"), deleteHelp(), [this] { m_actions.deleteTask(row().task); });
 }
 
 void TaskRow::resizeEvent(QResizeEvent *event)

@@ -60,6 +60,9 @@ private:
     void activateOrRename();
     void fillMenu(QMenu &menu);
     void makeActionButtons();
+    void updateTitle();
+    void updateChevron();
+    void updateNumber();
     void updateHandle();
     void placeChildren();
 
