@@ -4,6 +4,7 @@
 #include "ai/message_bubble.h"
 #include "ai/proposal_card.h"
 #include "look/overlay_scroll_bar.h"
+#include "look/tab_order.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -223,19 +224,7 @@ bool ChatTranscript::focusNextPrevChild(bool next)
 {
     if (focusedIndex() < 0)
         return QAbstractScrollArea::focusNextPrevChild(next);
-    // Counted from the transcript, as its bubbles stand in the chain in the order in which they happened to be made.
-    const auto step = [next](const QWidget *from) {
-        return next ? from->nextInFocusChain() : from->previousInFocusChain();
-    };
-    for (QWidget *widget = step(this); widget != this; widget = step(widget)) {
-        const bool takesTab = (widget->focusPolicy() & Qt::TabFocus) == Qt::TabFocus && widget->isVisible() &&
-                              widget->isEnabled() && widget->window() == window();
-        if (takesTab) {
-            widget->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
-            return true;
-        }
-    }
-    return false;
+    return focusNextInTabOrder(*this, next);
 }
 
 void ChatTranscript::keyPressEvent(QKeyEvent *event)

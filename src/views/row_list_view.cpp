@@ -2,6 +2,7 @@
 #include "views/row_list_view.h"
 
 #include "look/overlay_scroll_bar.h"
+#include "look/tab_order.h"
 #include "look/theme.h"
 #include "views/panel_row_widget.h"
 #include "views/row_accessibility.h"
@@ -140,19 +141,7 @@ void RowListView::focusInEvent(QFocusEvent *event)
 
 bool RowListView::focusNextPrevChild(bool next)
 {
-    // Counted from the list, as its rows stand in the chain in the order in which they happened to be made.
-    const auto step = [next](const QWidget *from) {
-        return next ? from->nextInFocusChain() : from->previousInFocusChain();
-    };
-    for (QWidget *widget = step(this); widget != this; widget = step(widget)) {
-        const bool takesTab = (widget->focusPolicy() & Qt::TabFocus) && widget->isVisible() &&
-                              widget->isEnabled() && widget->window() == window();
-        if (takesTab && !isAncestorOf(widget)) {
-            widget->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
-            return true;
-        }
-    }
-    return false;
+    return focusNextInTabOrder(*this, next, [this](const QWidget &widget) { return isAncestorOf(&widget); });
 }
 
 void RowListView::keyPressEvent(QKeyEvent *event)
