@@ -22,16 +22,26 @@
 
 namespace wrenfold {
 
+namespace {
+
+std::function<void()> toggle(Setting<bool> &setting)
+{
+    return [&setting] { setting.set(!setting.value()); };
+}
+
+} // namespace
+
 FocusPanelView::FocusPanelView(FocusStore &store, Clock &clock, const Actions &actions, QWidget *parent)
     : QWidget(parent)
     , m_store(store)
     , m_actions(actions)
-    , m_rowFactory(store,
-                   {[this] { flushRowsUpdate(); }, [this](const TaskItem &task) { beginAddSubtask(task); },
-                    [this](const TaskItem &task) {
-                        m_list->focusRow({PanelRow::Kind::Task, task.id}, Qt::TabFocusReason);
-                    },
-                    [this](const QUrl &link) { m_actions.openLink(link); }})
+    , m_rowFactory(store, {.updateRows = [this] { flushRowsUpdate(); },
+                           .beginAddSubtask = [this](const TaskItem &task) { beginAddSubtask(task); },
+                           .focusTask =
+                               [this](const TaskItem &task) {
+                                   m_list->focusRow({PanelRow::Kind::Task, task.id}, Qt::TabFocusReason);
+                               },
+                           .openLink = m_actions.openLink})
     , m_midnightCall(clock, [this] { updateCompletedToday(); })
 {
     // Made in the order of the Tab key: typing is wanted most.
@@ -40,28 +50,10 @@ FocusPanelView::FocusPanelView(FocusStore &store, Clock &clock, const Actions &a
         [this](PanelRow::Kind kind, QWidget *owner) { return m_rowFactory.make(kind, owner); }, this);
     m_list->setScrollBarMargin(Metrics::listMargin);
     m_statusLine = new StatusLine([this] { m_store.undo(); }, this);
-    m_nowCard = new NowCard({[this](const TaskItem &task) { m_store.toggleDone(task); },
-                             [this](const TaskItem &task) { beginAddSubtask(task); },
-                             [this](const TaskItem &task) { m_store.deleteTask(task); },
-                             [this](const QString &goal) { m_store.mediumGoal.set(goal.trimmed()); },
-                             [this] { m_store.requestTodoInput(); }},
-                            this);
-    const auto toggle = [](Setting<bool> &setting) { return [&setting] { setting.set(!setting.value()); }; };
-    m_board =
-        new QuadrantBoard({m_rowFactory.deferredTaskActions(), toggle(m_store.isQuadrantBoardVisible)}, this);
-    m_header = new PanelHeader({{[this] { toggleTimer(); }, [this] { m_store.resetPomodoro(); },
-                                 [this] { m_store.skipBreakToWork(); }},
-                                toggle(m_store.isQuadrantBoardVisible),
-                                toggle(m_store.isTodoListHidden),
-                                toggle(m_store.isHardPinned),
-                                [this] { m_store.undo(); },
-                                [this] { m_store.redo(); },
-                                [this] { m_store.prioritizeTasksWithLLM(); },
-                                m_actions.openAIChat,
-                                m_actions.openSettings,
-                                m_actions.hide},
-                               this);
-
+    m_nowCard = makeNowCard();
+    m_board = new QuadrantBoard(
+        {.task = m_rowFactory.deferredTaskActions(), .close = toggle(m_store.isQuadrantBoardVisible)}, this);
+    m_header = makeHeader();
     m_drag = std::make_unique<TaskDrag>(m_store, clock, *m_list, *m_board, *this);
     connect(m_drag.get(), &TaskDrag::changed, this, [this] {
         scheduleRowsUpdate();
@@ -74,6 +66,33 @@ FocusPanelView::FocusPanelView(FocusStore &store, Clock &clock, const Actions &a
     connect(m_nowCard, &NowCard::heightChanged, this, &FocusPanelView::placeChildren);
     subscribe();
     updateRows();
+}
+
+NowCard *FocusPanelView::makeNowCard()
+{
+    return new NowCard({.toggleDone = [this](const TaskItem &task) { m_store.toggleDone(task); },
+                        .addSubtask = [this](const TaskItem &task) { beginAddSubtask(task); },
+                        .deleteTask = [this](const TaskItem &task) { m_store.deleteTask(task); },
+                        .setGoal = [this](const QString &goal) { m_store.mediumGoal.set(goal.trimmed()); },
+                        .requestTodoInput = [this] { m_store.requestTodoInput(); }},
+                       this);
+}
+
+PanelHeader *FocusPanelView::makeHeader()
+{
+    return new PanelHeader({.timer = {.toggle = [this] { toggleTimer(); },
+                                      .reset = [this] { m_store.resetPomodoro(); },
+                                      .skipBreak = [this] { m_store.skipBreakToWork(); }},
+                            .toggleBoard = toggle(m_store.isQuadrantBoardVisible),
+                            .toggleList = toggle(m_store.isTodoListHidden),
+                            .toggleHardPin = toggle(m_store.isHardPinned),
+                            .undo = [this] { m_store.undo(); },
+                            .redo = [this] { m_store.redo(); },
+                            .sort = [this] { m_store.prioritizeTasksWithLLM(); },
+                            .openAIChat = m_actions.openAIChat,
+                            .openSettings = m_actions.openSettings,
+                            .hide = m_actions.hide},
+                           this);
 }
 
 FocusPanelView::~FocusPanelView()
@@ -92,44 +111,44 @@ void FocusPanelView::subscribe()
     const auto count = [this](const auto &) { updateCompletedToday(); };
     const auto timer = [this](const auto &) { updateTimer(); };
     const auto board = [this](const auto &) { updateBoard(); };
+    const auto keep = [this](Subscription subscription) {
+        m_subscriptions.push_back(std::move(subscription));
+    };
 
-    m_subscriptions.push_back(m_store.tasks.onChange(rows));
-    m_subscriptions.push_back(m_store.activeTaskID.onChange(rows));
-    m_subscriptions.push_back(m_store.subtaskComposerParentID.onChange(rows));
-    m_subscriptions.push_back(m_store.inboxItems.onChange(rows));
-    m_subscriptions.push_back(m_store.isReorderKeyPressed.onChange(rows));
-    m_subscriptions.push_back(m_store.isDeferredSectionExpanded.onChange(rows));
-    m_subscriptions.push_back(m_store.isCompletedSectionExpanded.onChange(rows));
-    m_subscriptions.push_back(m_store.tasks.onChange(nowCard));
-    m_subscriptions.push_back(m_store.activeTaskID.watch(nowCard));
-    m_subscriptions.push_back(
-        m_store.mediumGoal.watch([this](const QString &goal) { m_nowCard->setGoal(goal); }));
-    m_subscriptions.push_back(m_store.sortStatus.watch(statusLine));
-    m_subscriptions.push_back(m_store.pendingUndo.onChange(statusLine));
-    m_subscriptions.push_back(m_store.canUndo.watch([this](bool canUndo) { m_header->setCanUndo(canUndo); }));
-    m_subscriptions.push_back(m_store.canRedo.watch([this](bool canRedo) { m_header->setCanRedo(canRedo); }));
-    m_subscriptions.push_back(m_store.isSortingTasks.onChange(rows));
-    m_subscriptions.push_back(
-        m_store.isSortingTasks.watch([this](bool isSorting) { m_header->setCanSort(!isSorting); }));
-    m_subscriptions.push_back(m_store.tasks.watch(count));
-    m_subscriptions.push_back(m_store.tasks.onChange(board));
-    m_subscriptions.push_back(m_store.isQuadrantDropActive.onChange(board));
-    m_subscriptions.push_back(m_store.isQuadrantBoardVisible.watch(board));
-    m_subscriptions.push_back(m_store.isQuadrantBoardVisible.onChange(rows));
-    m_subscriptions.push_back(m_store.isTodoListHidden.watch([this](bool isHidden) {
+    keep(m_store.tasks.onChange(rows));
+    keep(m_store.activeTaskID.onChange(rows));
+    keep(m_store.subtaskComposerParentID.onChange(rows));
+    keep(m_store.inboxItems.onChange(rows));
+    keep(m_store.isReorderKeyPressed.onChange(rows));
+    keep(m_store.isDeferredSectionExpanded.onChange(rows));
+    keep(m_store.isCompletedSectionExpanded.onChange(rows));
+    keep(m_store.tasks.onChange(nowCard));
+    keep(m_store.activeTaskID.watch(nowCard));
+    keep(m_store.mediumGoal.watch([this](const QString &goal) { m_nowCard->setGoal(goal); }));
+    keep(m_store.sortStatus.watch(statusLine));
+    keep(m_store.pendingUndo.onChange(statusLine));
+    keep(m_store.canUndo.watch([this](bool canUndo) { m_header->setCanUndo(canUndo); }));
+    keep(m_store.canRedo.watch([this](bool canRedo) { m_header->setCanRedo(canRedo); }));
+    keep(m_store.isSortingTasks.onChange(rows));
+    keep(m_store.isSortingTasks.watch([this](bool isSorting) { m_header->setCanSort(!isSorting); }));
+    keep(m_store.tasks.watch(count));
+    keep(m_store.tasks.onChange(board));
+    keep(m_store.isQuadrantDropActive.onChange(board));
+    keep(m_store.isQuadrantBoardVisible.watch(board));
+    keep(m_store.isQuadrantBoardVisible.onChange(rows));
+    keep(m_store.isTodoListHidden.watch([this](bool isHidden) {
         m_header->setListHidden(isHidden);
         placeChildren();
         if (isHidden)
             m_store.endAddSubtask(); // What is typed elsewhere must not go where nobody sees it.
     }));
-    m_subscriptions.push_back(
-        m_store.isHardPinned.watch([this](bool isPinned) { m_header->setHardPinned(isPinned); }));
-    m_subscriptions.push_back(m_store.remainingSeconds.watch(timer));
-    m_subscriptions.push_back(m_store.isTimerRunning.onChange(timer));
-    m_subscriptions.push_back(m_store.timerPhase.onChange(timer));
-    m_subscriptions.push_back(m_store.workDurationMinutes.onChange(timer));
-    m_subscriptions.push_back(m_store.breakDurationMinutes.onChange(timer));
-    m_subscriptions.push_back(m_store.composerFocusToken.onChange([this](int) {
+    keep(m_store.isHardPinned.watch([this](bool isPinned) { m_header->setHardPinned(isPinned); }));
+    keep(m_store.remainingSeconds.watch(timer));
+    keep(m_store.isTimerRunning.onChange(timer));
+    keep(m_store.timerPhase.onChange(timer));
+    keep(m_store.workDurationMinutes.onChange(timer));
+    keep(m_store.breakDurationMinutes.onChange(timer));
+    keep(m_store.composerFocusToken.onChange([this](int) {
         m_actions.focusInput();
         m_composer->focusInput();
     }));

@@ -60,6 +60,8 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    [[nodiscard]] NowCard *makeNowCard();
+    [[nodiscard]] PanelHeader *makeHeader();
     void addDraft(const QString &draft, bool makeActive);
     void commitEditing();
     void beginAddSubtask(const TaskItem &task);

@@ -33,8 +33,8 @@ PanelRowWidget *PanelRowFactory::make(PanelRow::Kind kind, QWidget *parent) cons
 {
     switch (kind) {
     case PanelRow::Kind::InboxHeader:
-        return new InboxHeaderRow({thenUpdate([this] { m_store.approveAllInboxItems(); }),
-                                   thenUpdate([this] { m_store.dismissAllInboxItems(); })},
+        return new InboxHeaderRow({.approveAll = thenUpdate([this] { m_store.approveAllInboxItems(); }),
+                                   .dismissAll = thenUpdate([this] { m_store.dismissAllInboxItems(); })},
                                   parent);
     case PanelRow::Kind::InboxCandidate:
         return makeInboxRow(parent);
@@ -45,9 +45,10 @@ PanelRowWidget *PanelRowFactory::make(PanelRow::Kind kind, QWidget *parent) cons
     case PanelRow::Kind::DeferredTask:
         return new DeferredTaskRow(deferredTaskActions(), parent);
     case PanelRow::Kind::CompletedTask:
-        return new CompletedRow({thenUpdate([this](const TaskItem &task) { m_store.toggleDone(task); }),
-                                 thenUpdate([this](const TaskItem &task) { m_store.deleteTask(task); })},
-                                parent);
+        return new CompletedRow(
+            {.restore = thenUpdate([this](const TaskItem &task) { m_store.toggleDone(task); }),
+             .deleteTask = thenUpdate([this](const TaskItem &task) { m_store.deleteTask(task); })},
+            parent);
     case PanelRow::Kind::EmptyState:
         return new EmptyStateRow(parent);
     case PanelRow::Kind::TodoHeader:
@@ -61,53 +62,60 @@ PanelRowWidget *PanelRowFactory::make(PanelRow::Kind kind, QWidget *parent) cons
 
 DeferredTaskRow::Actions PanelRowFactory::deferredTaskActions() const
 {
-    return {thenUpdate([this](const TaskItem &task) { m_store.restoreDeferredTask(task); }),
-            [this](const TaskItem &task, TaskQuadrant quadrant) { m_store.setQuadrant(quadrant, task); },
-            thenUpdate([this](const TaskItem &task) { m_store.toggleDone(task); }),
-            thenUpdate([this](const TaskItem &task) { m_store.deleteTask(task); })};
+    return {.restore = thenUpdate([this](const TaskItem &task) { m_store.restoreDeferredTask(task); }),
+            .setQuadrant = [this](const TaskItem &task,
+                                  TaskQuadrant quadrant) { m_store.setQuadrant(quadrant, task); },
+            .toggleDone = thenUpdate([this](const TaskItem &task) { m_store.toggleDone(task); }),
+            .deleteTask = thenUpdate([this](const TaskItem &task) { m_store.deleteTask(task); })};
 }
 
 PanelRowWidget *PanelRowFactory::makeInboxRow(QWidget *parent) const
 {
-    return new InboxRow({thenUpdate([this](const InboxItem &item) { m_store.approveInboxItem(item, false); }),
-                         thenUpdate([this](const InboxItem &item) { m_store.approveInboxItem(item, true); }),
-                         thenUpdate([this](const InboxItem &item) { m_store.removeInboxFile(item); }),
-                         [this, parent](const QUrl &link) {
-                             openForeignLink(
-                                 link, [this, link] { m_actions.openLink(link); }, parent->window());
-                         }},
-                        parent);
+    return new InboxRow(
+        {.approve = thenUpdate([this](const InboxItem &item) { m_store.approveInboxItem(item, false); }),
+         .approveAndPin = thenUpdate([this](const InboxItem &item) { m_store.approveInboxItem(item, true); }),
+         .dismiss = thenUpdate([this](const InboxItem &item) { m_store.removeInboxFile(item); }),
+         .openLink =
+             [this, parent](const QUrl &link) {
+                 openForeignLink(
+                     link, [this, link] { m_actions.openLink(link); }, parent->window());
+             }},
+        parent);
 }
 
 PanelRowWidget *PanelRowFactory::makeTaskRow(QWidget *parent) const
 {
     return new TaskRow(
-        {thenUpdate([this](const TaskItem &task) { m_store.toggleDone(task); }),
-         thenUpdate([this](const TaskItem &task) { m_store.setActive(task); }),
-         thenUpdate([this](const TaskItem &task) { m_store.toggleExpanded(task); }),
-         [this](const TaskItem &task, const QString &title) { m_store.updateTaskTitle(task, title); },
-         m_actions.beginAddSubtask,
-         thenUpdate([this](const TaskItem &task) { m_store.splitTaskWithLLM(task); }),
-         [this](const TaskItem &task, TaskQuadrant quadrant) { m_store.deferTask(task, quadrant); },
-         thenUpdate([this](const TaskItem &task) { m_store.deleteTask(task); }),
-         [this](const TaskItem &task, int step) {
-             moveBy(task, step);
-             m_actions.updateRows();
-             m_actions.focusTask(task); // Where it is in sight.
-         }},
+        {.toggleDone = thenUpdate([this](const TaskItem &task) { m_store.toggleDone(task); }),
+         .setActive = thenUpdate([this](const TaskItem &task) { m_store.setActive(task); }),
+         .toggleExpanded = thenUpdate([this](const TaskItem &task) { m_store.toggleExpanded(task); }),
+         .updateTitle = [this](const TaskItem &task,
+                               const QString &title) { m_store.updateTaskTitle(task, title); },
+         .addSubtask = m_actions.beginAddSubtask,
+         .splitTask = thenUpdate([this](const TaskItem &task) { m_store.splitTaskWithLLM(task); }),
+         .deferTask = [this](const TaskItem &task,
+                             TaskQuadrant quadrant) { m_store.deferTask(task, quadrant); },
+         .deleteTask = thenUpdate([this](const TaskItem &task) { m_store.deleteTask(task); }),
+         .moveBy =
+             [this](const TaskItem &task, int step) {
+                 moveBy(task, step);
+                 m_actions.updateRows();
+                 m_actions.focusTask(task); // Where it is in sight.
+             }},
         parent);
 }
 
 PanelRowWidget *PanelRowFactory::makeSubtaskComposer(QWidget *parent) const
 {
-    return new SubtaskComposerRow({[this](const TaskItem &task, const QString &title) {
-                                       // Closes its composer, but none that was opened for another task.
-                                       if (m_store.subtaskComposerParentID.value() == task.id)
-                                           m_store.addTask(title, false, task.id);
-                                       else
-                                           m_store.addSubtask(task.id, title);
-                                   },
-                                   thenUpdate([this](const TaskItem &task) {
+    return new SubtaskComposerRow({.addSubtask =
+                                       [this](const TaskItem &task, const QString &title) {
+                                           // Closes its composer, but none that was opened for another task.
+                                           if (m_store.subtaskComposerParentID.value() == task.id)
+                                               m_store.addTask(title, false, task.id);
+                                           else
+                                               m_store.addSubtask(task.id, title);
+                                       },
+                                   .close = thenUpdate([this](const TaskItem &task) {
                                        m_actions.focusTask(task);
                                        m_store.endAddSubtask();
                                    })},
@@ -117,14 +125,14 @@ PanelRowWidget *PanelRowFactory::makeSubtaskComposer(QWidget *parent) const
 PanelRowWidget *PanelRowFactory::makeSectionHeader(QWidget *parent) const
 {
     const auto flip = [](Setting<bool> &setting) { setting.set(!setting.value()); };
-    return new SectionHeaderRow({thenUpdate([this, flip](PanelRow::Kind header) {
-                                     flip(header == PanelRow::Kind::DeferredHeader
-                                              ? m_store.isDeferredSectionExpanded
-                                              : m_store.isCompletedSectionExpanded);
-                                 }),
-                                 thenUpdate([this] { m_store.clearCompleted(); }),
-                                 thenUpdate([this, flip] { flip(m_store.isQuadrantBoardVisible); })},
-                                parent);
+    return new SectionHeaderRow(
+        {.toggleSection = thenUpdate([this, flip](PanelRow::Kind header) {
+             flip(header == PanelRow::Kind::DeferredHeader ? m_store.isDeferredSectionExpanded
+                                                           : m_store.isCompletedSectionExpanded);
+         }),
+         .clearCompleted = thenUpdate([this] { m_store.clearCompleted(); }),
+         .toggleBoard = thenUpdate([this, flip] { flip(m_store.isQuadrantBoardVisible); })},
+        parent);
 }
 
 void PanelRowFactory::moveBy(const TaskItem &task, int step) const
