@@ -10,17 +10,17 @@
 namespace wrenfold {
 
 AIChatController::AIChatController(FocusStore &store, PanelWindow &ability)
-    : m_panel(QStringLiteral("Wrenfold AI"), {Metrics::chatWidth, Metrics::chatHeight})
+    : m_window(QStringLiteral("Wrenfold AI"), {Metrics::chatWidth, Metrics::chatHeight})
     , m_view(new AIChatView(store))
 {
-    m_panel.setContent(m_view);
-    QObject::connect(&m_panel, &UtilityWindow::aboutToComeToFront, &m_panel,
+    m_window.setContent(m_view);
+    QObject::connect(&m_window, &UtilityWindow::aboutToComeToFront, &m_window,
                      [&ability](QWindow *window) { ability.accompany(*window, CompanionKind::Floating); });
 }
 
 void AIChatController::show()
 {
-    m_panel.comeToFront();
+    m_window.comeToFront();
     m_view->focusComposer();
 }
 

@@ -16,14 +16,14 @@ public:
     /// Both must outlive the controller.
     AIChatController(FocusStore &store, PanelWindow &ability);
 
-    [[nodiscard]] UtilityWindow &panel() { return m_panel; }
+    [[nodiscard]] UtilityWindow &window() { return m_window; }
 
     /// Brings the window to the front, ready to be typed into.
     void show();
 
 private:
-    UtilityWindow m_panel;
-    AIChatView *m_view; ///< The panel's.
+    UtilityWindow m_window;
+    AIChatView *m_view; ///< The window's.
 };
 
 } // namespace wrenfold

@@ -4,6 +4,7 @@
 #include "ai/openrouter_task_sorter.h"
 #include "ai/subtask_insertion.h"
 #include "model/focus_store.h"
+#include "model/task_list.h"
 
 #include <functional>
 #include <utility>
@@ -23,8 +24,7 @@ void whenTheCallerHasFinished(QObject *owner, std::function<void()> work)
 
 QFuture<QList<QUuid>> FocusStore::proposePriorityOrderWithLLM()
 {
-    TaskList open = topLevelTasks();
-    open.removeIf([](const TaskItem &task) { return !task.isOpen(); });
+    const TaskList open = openTopLevelTasks(tasks.value());
     if (open.size() < 2)
         return QtFuture::makeExceptionalFuture<QList<QUuid>>(AIError(OpenRouterSorterError::notEnoughTasks));
     return m_sorter.prioritizedTaskIDs(open, activeTaskID.value(), mediumGoal.value(), apiKeyOverride.value(),

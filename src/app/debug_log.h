@@ -24,6 +24,8 @@ public:
     /// Whether diagnostic lines are wanted: the argument --verbose, else WRENFOLD_DEBUG being "1", else the
     /// preference. Asked anew each time, so that a change counts from the next line on.
     static bool isVerbose();
+    /// As lines of the log have it.
+    static QString word(bool value) { return value ? QStringLiteral("true") : QStringLiteral("false"); }
 
     /// Says where the argument and the preference are found. Until then neither is seen.
     static void setArguments(const QStringList &arguments);

@@ -6,8 +6,6 @@
 
 #include <QObject>
 
-#include <algorithm>
-
 namespace wrenfold {
 
 namespace {
@@ -48,11 +46,6 @@ std::optional<QUuid> repairedActiveTaskID(const TaskList &tasks, const std::opti
     return task && task->isOpen() ? stored : nextOpenTaskID(tasks, -1);
 }
 
-QString text(bool value)
-{
-    return value ? QStringLiteral("true") : QStringLiteral("false");
-}
-
 } // namespace
 
 FocusStore::FocusStore(const Services &services, Options options)
@@ -84,16 +77,13 @@ void FocusStore::load()
     followLoginItem();
     if (state) {
         apply(*state);
-        const TaskList topLevel = topLevelTasks();
-        const auto open = std::count_if(topLevel.begin(), topLevel.end(),
-                                        [](const TaskItem &task) { return task.isOpen(); });
         qCInfo(DebugLog::store).noquote()
             << QStringLiteral("loaded tasks=%1 open=%2 work=%3m break=%4m login=%5")
                    .arg(tasks.value().size())
-                   .arg(open)
+                   .arg(openTopLevelTasks(tasks.value()).size())
                    .arg(workDurationMinutes.value())
                    .arg(breakDurationMinutes.value())
-                   .arg(text(launchAtLogin.value()));
+                   .arg(DebugLog::word(launchAtLogin.value()));
     } else {
         m_mustKeepDocumentAside = stored.status != Preferences::ReadStatus::Absent;
         const ChangeGroup::Scope scope(m_changes);

@@ -36,8 +36,7 @@ void FocusStore::applyLaunchAtLoginPreference()
     loginItemStatus.set(isWanted ? QStringLiteral("ログイン時に起動します（%1）").arg(status)
                                  : QStringLiteral("ログイン起動をオフにしました"));
     qCInfo(DebugLog::store).noquote()
-        << QStringLiteral("launchAtLogin=%1 status=%2")
-               .arg(isWanted ? QStringLiteral("true") : QStringLiteral("false"), status);
+        << QStringLiteral("launchAtLogin=%1 status=%2").arg(DebugLog::word(isWanted), status);
 }
 
 void FocusStore::followLoginItem()

@@ -45,8 +45,7 @@ void FocusStore::appendTopLevelTask(const QString &title, bool makeActive)
         activeTaskID.set(task.id);
     if (DebugLog::isVerbose()) {
         qCDebug(DebugLog::store).noquote()
-            << QStringLiteral("added task: %1 makeActive=%2")
-                   .arg(title, makeActive ? QStringLiteral("true") : QStringLiteral("false"));
+            << QStringLiteral("added task: %1 makeActive=%2").arg(title, DebugLog::word(makeActive));
     }
 }
 

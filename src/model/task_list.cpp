@@ -52,6 +52,11 @@ TaskList topLevelTasks(const TaskList &tasks)
     return filtered(tasks, [](const TaskItem &task) { return task.isTopLevel(); });
 }
 
+TaskList openTopLevelTasks(const TaskList &tasks)
+{
+    return filtered(tasks, [](const TaskItem &task) { return task.isTopLevel() && task.isOpen(); });
+}
+
 TaskList childTasks(const TaskList &tasks, const QUuid &parentID)
 {
     return filtered(tasks, [&parentID](const TaskItem &task) { return task.parentID == parentID; });
@@ -172,8 +177,7 @@ TaskList withTaskMoved(const TaskList &tasks, const QUuid &movingID, const QUuid
 
 std::optional<QUuid> openNeighbour(const TaskList &tasks, const QUuid &id, int step)
 {
-    TaskList open = topLevelTasks(tasks);
-    open.removeIf([](const TaskItem &task) { return !task.isOpen(); });
+    const TaskList open = openTopLevelTasks(tasks);
     const qsizetype index = indexOfTask(open, id);
     const qsizetype neighbour = index + step;
     if (index < 0 || neighbour < 0 || neighbour >= open.size())

@@ -17,6 +17,7 @@ namespace wrenfold {
 [[nodiscard]] std::optional<QUuid> nextOpenTaskID(const TaskList &tasks, qsizetype index);
 
 [[nodiscard]] TaskList topLevelTasks(const TaskList &tasks);
+[[nodiscard]] TaskList openTopLevelTasks(const TaskList &tasks);
 [[nodiscard]] TaskList childTasks(const TaskList &tasks, const QUuid &parentID);
 /// Open top-level tasks, each expanded one followed by its subtasks that are not deferred.
 [[nodiscard]] TaskList visibleTasks(const TaskList &tasks);

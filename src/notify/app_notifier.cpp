@@ -20,8 +20,7 @@ void AppNotifier::requestPermissionIfNeeded()
             qCWarning(DebugLog::app).noquote() << QStringLiteral("notification auth error: ") + *error;
         else
             qCInfo(DebugLog::app).noquote()
-                << QStringLiteral("notification permission granted=") +
-                       (isGranted ? QStringLiteral("true") : QStringLiteral("false"));
+                << QStringLiteral("notification permission granted=") + DebugLog::word(isGranted);
     });
 }
 

@@ -2,6 +2,7 @@
 #include "shell/app_delegate.h"
 
 #include "app/debug_log.h"
+#include "model/task_list.h"
 #include "shell/companion_place.h"
 #include "shell/desktop_report.h"
 
@@ -9,7 +10,6 @@
 #include <QDesktopServices>
 #include <QScreen>
 
-#include <algorithm>
 #include <chrono>
 
 namespace wrenfold {
@@ -51,8 +51,7 @@ AppDelegate::~AppDelegate()
 void AppDelegate::applicationDidFinishLaunching(std::optional<Request> request)
 {
     qCInfo(DebugLog::app).noquote() << QStringLiteral("launch accessory mode verbose=") +
-                                           (DebugLog::isVerbose() ? QStringLiteral("true")
-                                                                  : QStringLiteral("false"));
+                                           DebugLog::word(DebugLog::isVerbose());
     if (const std::optional<QString> error = ServiceOrigin::fromEnvironment().error)
         qCWarning(DebugLog::app).noquote() << *error;
     makeMenu();
@@ -74,9 +73,7 @@ void AppDelegate::applicationDidFinishLaunching(std::optional<Request> request)
     if (request == Request::NewTodo)
         m_store.requestTodoInput();
 
-    const TaskList topLevel = m_store.topLevelTasks();
-    const auto open = std::count_if(topLevel.begin(), topLevel.end(),
-                                    [](const TaskItem &task) { return !task.isDone && !task.isDeferred; });
+    const qsizetype open = openTopLevelTasks(m_store.tasks.value()).size();
     qCInfo(DebugLog::app).noquote() << QStringLiteral("ready open=") + QString::number(open) +
                                            QStringLiteral(" todayDone=") +
                                            QString::number(m_store.completedTodayCount());
@@ -120,11 +117,12 @@ void AppDelegate::makeStatusItem()
 
 void AppDelegate::makeFocusGuard()
 {
-    m_focusGuardController.emplace(
-        m_store,
-        FocusGuardController::Services{*m_platform.frontmostApplication, *m_platform.clock,
-                                       *m_platform.sounds, m_notifier},
-        FocusGuardController::Actions{[this] { showPanelUnasked(); }, [this] { showPanel(); }});
+    m_focusGuardController.emplace(m_store,
+                                   FocusGuardController::Services{*m_platform.frontmostApplication,
+                                                                  *m_platform.clock, *m_platform.sounds,
+                                                                  m_notifier},
+                                   FocusGuardController::Actions{.raisePanel = [this] { showPanelUnasked(); },
+                                                                 .showPanel = [this] { showPanel(); }});
 }
 
 PanelController &AppDelegate::panelController()
@@ -147,7 +145,7 @@ SettingsController &AppDelegate::settingsController()
     if (!m_settingsController)
         m_settingsController.emplace(
             m_store, *m_platform.clock, *m_platform.panelWindow, *m_platform.installedApplications,
-            SettingsController::Actions{[this](QWidget &window) { prepareWindow(window); }});
+            SettingsController::Actions{.windowMade = [this](QWidget &window) { prepareWindow(window); }});
     return *m_settingsController;
 }
 
@@ -155,7 +153,7 @@ AIChatController &AppDelegate::aiChatController()
 {
     if (!m_aiChatController) {
         m_aiChatController.emplace(m_store, *m_platform.panelWindow);
-        prepareWindow(m_aiChatController->panel());
+        prepareWindow(m_aiChatController->window());
     }
     return *m_aiChatController;
 }

@@ -29,8 +29,8 @@ public:
         std::function<void(FocusStore &)> seed;
     };
 
-    explicit AppDelegate(Platform &platform,
-                         const StoreMaking &storeMaking = {}); ///< `platform` must outlive the delegate.
+    /// `platform` must outlive the delegate.
+    explicit AppDelegate(Platform &platform, const StoreMaking &storeMaking = {});
     ~AppDelegate();
     Q_DISABLE_COPY_MOVE(AppDelegate)
 

@@ -3,6 +3,7 @@
 
 #include "app/debug_log.h"
 #include "model/focus_store.h"
+#include "shell/panel_geometry.h"
 #include "views/focus_panel_view.h"
 
 #include <QGuiApplication>
@@ -19,8 +20,12 @@ PanelController::PanelController(FocusStore &store, Clock &clock, PanelWindow &a
     , m_ability(ability)
     , m_panel(ability)
     , m_view(new FocusPanelView(store, clock,
-                                {[this] { hide(); }, [this] { m_panel.comeToFront(); }, actions.showAppMenu,
-                                 actions.openLink, actions.openSettings, actions.openAIChat}))
+                                {.hide = [this] { hide(); },
+                                 .focusInput = [this] { m_panel.comeToFront(); },
+                                 .showAppMenu = actions.showAppMenu,
+                                 .openLink = actions.openLink,
+                                 .openSettings = actions.openSettings,
+                                 .openAIChat = actions.openAIChat}))
 {
     m_panel.setContent(m_view);
     m_view->setFocus(); // Not a field: from here the Tab key starts.
@@ -127,8 +132,7 @@ void PanelController::logShown() const
 {
     if (DebugLog::isVerbose())
         qCDebug(DebugLog::ui).noquote()
-            << QStringLiteral("panel shown hardPin=") +
-                   (m_store.isHardPinned.value() ? QStringLiteral("true") : QStringLiteral("false"));
+            << QStringLiteral("panel shown hardPin=") + DebugLog::word(m_store.isHardPinned.value());
 }
 
 void PanelController::hide()

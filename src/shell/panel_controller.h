@@ -3,7 +3,6 @@
 
 #include "model/published.h"
 #include "shell/focus_panel.h"
-#include "shell/panel_geometry.h"
 
 #include <functional>
 #include <vector>

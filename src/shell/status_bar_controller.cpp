@@ -13,11 +13,6 @@ namespace wrenfold {
 
 namespace {
 
-QString word(bool value)
-{
-    return value ? QStringLiteral("true") : QStringLiteral("false");
-}
-
 QString word(TimerUrgency urgency)
 {
     switch (urgency) {
@@ -35,9 +30,9 @@ void log(const StatusBarState &state)
 {
     if (DebugLog::isVerbose())
         qCDebug(DebugLog::ui).noquote() << QStringLiteral("menubar timer=") +
-                                               word(state.shouldShowMenubarTimer) + QStringLiteral(" text=") +
-                                               state.title() + QStringLiteral(" urgency=") +
-                                               word(state.timer.urgency());
+                                               DebugLog::word(state.shouldShowMenubarTimer) +
+                                               QStringLiteral(" text=") + state.title() +
+                                               QStringLiteral(" urgency=") + word(state.timer.urgency());
 }
 
 } // namespace

@@ -20,9 +20,9 @@ struct Desk
     FakePanelWindow ability;
     AIChatController controller{fakes.store, ability};
 
-    [[nodiscard]] UtilityWindow &panel() { return controller.panel(); }
-    [[nodiscard]] AIChatView *view() { return panel().findChild<AIChatView *>(); }
-    [[nodiscard]] TextField *field() { return panel().findChild<TextField *>(); }
+    [[nodiscard]] UtilityWindow &window() { return controller.window(); }
+    [[nodiscard]] AIChatView *view() { return window().findChild<AIChatView *>(); }
+    [[nodiscard]] TextField *field() { return window().findChild<TextField *>(); }
 };
 
 } // namespace
@@ -36,9 +36,9 @@ private Q_SLOTS:
     void theWindowIsMadeAtOnceAndHiddenUntilItIsShown()
     {
         Desk desk;
-        QVERIFY(!desk.panel().isVisible());
-        QCOMPARE(desk.panel().windowTitle(), QStringLiteral("Wrenfold AI"));
-        QCOMPARE(desk.panel().size(), QSize(440, 520));
+        QVERIFY(!desk.window().isVisible());
+        QCOMPARE(desk.window().windowTitle(), QStringLiteral("Wrenfold AI"));
+        QCOMPARE(desk.window().size(), QSize(440, 520));
     }
 
     void itFloatsOnEveryWorkspaceEachTimeItIsShown()
@@ -46,9 +46,9 @@ private Q_SLOTS:
         Desk desk;
         for (int i = 0; i < 2; ++i) {
             desk.controller.show();
-            const FakePanelWindow::Companion expected{desk.panel().windowHandle(), CompanionKind::Floating};
+            const FakePanelWindow::Companion expected{desk.window().windowHandle(), CompanionKind::Floating};
             QCOMPARE(desk.ability.takeCompanions(), QList{expected});
-            desk.panel().hide();
+            desk.window().hide();
         }
     }
 
@@ -56,7 +56,7 @@ private Q_SLOTS:
     {
         Desk desk;
         desk.controller.show();
-        QVERIFY(QTest::qWaitForWindowActive(&desk.panel()));
+        QVERIFY(QTest::qWaitForWindowActive(&desk.window()));
         QVERIFY(desk.field()->hasFocus());
         QTest::keyClick(desk.field(), Qt::Key_Tab);
         QVERIFY(!desk.field()->hasFocus());
@@ -68,13 +68,13 @@ private Q_SLOTS:
     {
         Desk desk;
         desk.controller.show();
-        QVERIFY(click(desk.panel(), QStringLiteral("NOW分割")));
+        QVERIFY(click(desk.window(), QStringLiteral("NOW分割")));
         type(desk.field(), QStringLiteral("half a thou"));
         const AIChatView *view = desk.view();
         const QList<AIChatMessage> messages = view->state().messages;
         QCOMPARE(messages.size(), 2);
-        desk.panel().close();
-        QVERIFY(!desk.panel().isVisible());
+        desk.window().close();
+        QVERIFY(!desk.window().isVisible());
         desk.controller.show();
         QCOMPARE(desk.view(), view);
         QCOMPARE(view->state().messages, messages);
@@ -86,7 +86,7 @@ private Q_SLOTS:
         Desk desk;
         desk.controller.show();
         QTest::keyClick(desk.field(), Qt::Key_Escape);
-        QVERIFY(!desk.panel().isVisible());
+        QVERIFY(!desk.window().isVisible());
     }
 };
 
