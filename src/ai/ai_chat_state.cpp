@@ -5,8 +5,6 @@
 
 #include <QHash>
 
-#include <utility>
-
 namespace wrenfold {
 
 namespace {

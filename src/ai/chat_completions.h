@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "model/task_list.h"
+#include "model/task_item.h"
 
 #include <QByteArray>
 #include <QStringList>

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ai/subtask_insertion.h"
 
+#include "model/task_list.h"
+
 namespace wrenfold {
 
 namespace {

@@ -5,6 +5,7 @@
 #include "ai/openrouter_task_sorter.h"
 #include "app/print.h"
 #include "model/saved_state.h"
+#include "model/task_list.h"
 #include "model/task_ordering.h"
 
 #include <QCoreApplication>

@@ -28,12 +28,12 @@ QString GuardedApplication::notificationBody() const
 GuardStep GuardWarning::check(const std::optional<GuardedApplication> &blocked, const QDateTime &now)
 {
     if (!blocked) {
-        const bool wasPending = m_warningBundleIdentifier.has_value();
+        const bool wasPending = m_warnedKey.has_value();
         clear();
         return wasPending ? GuardStep::Clear : GuardStep::None;
     }
-    if (m_warningBundleIdentifier != blocked->key) {
-        m_warningBundleIdentifier = blocked->key;
+    if (m_warnedKey != blocked->key) {
+        m_warnedKey = blocked->key;
         m_warningStartedAt = now;
         return GuardStep::Warn;
     }
@@ -48,7 +48,7 @@ GuardStep GuardWarning::check(const std::optional<GuardedApplication> &blocked, 
 
 void GuardWarning::clear()
 {
-    m_warningBundleIdentifier.reset();
+    m_warnedKey.reset();
     m_warningStartedAt.reset();
 }
 

@@ -42,8 +42,8 @@ public:
     void clear();
 
 private:
-    std::optional<QString> m_warningBundleIdentifier; ///< The key of the application under warning.
-    std::optional<QDateTime> m_warningStartedAt;      ///< The warning, or the last hide.
+    std::optional<QString> m_warnedKey;          ///< Of the application that is warned about.
+    std::optional<QDateTime> m_warningStartedAt; ///< The warning, or the last hide.
 };
 
 } // namespace wrenfold

@@ -57,7 +57,7 @@ void InboxWatcher::watchAgain()
 void InboxWatcher::scheduleChange()
 {
     constexpr auto quiet = std::chrono::milliseconds(200);
-    m_debounceTask = m_clock.after(quiet, [this] {
+    m_change = m_clock.after(quiet, [this] {
         if (onChange)
             onChange();
     });

@@ -37,8 +37,8 @@ private:
 
     FolderWatch &m_folderWatch;
     Clock &m_clock;
-    std::unique_ptr<ScheduledCall> m_debounceTask;
-    std::unique_ptr<ScheduledCall> m_retry; ///< Present while the folder is lost.
+    std::unique_ptr<ScheduledCall> m_change; ///< Present while a burst may go on.
+    std::unique_ptr<ScheduledCall> m_retry;  ///< Present while the folder is lost.
 };
 
 } // namespace wrenfold

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "look/theme.h"
+
 #include <QList>
 #include <QRect>
 
@@ -20,9 +22,9 @@ struct PanelGeometry
 };
 
 namespace PanelSize {
-inline constexpr int compactWidth = 344, wideWidth = 716;
+inline constexpr int compactWidth = Metrics::panelWidth, wideWidth = compactWidth + Metrics::boardWidth;
 inline constexpr int fullHeight = 500, foldedHeight = 268;
-inline constexpr int leastWidth = 344, leastHeight = 250, mostWidth = 760, mostHeight = 760;
+inline constexpr int leastWidth = compactWidth, leastHeight = 250, mostWidth = 760, mostHeight = 760;
 } // namespace PanelSize
 
 /// The panel with or without its list and its board: its top edge stays, and so does its left one as far as the screen

@@ -40,6 +40,11 @@ bool movesInList(const QKeyEvent &key)
            key.key() == Qt::Key_PageDown;
 }
 
+QString pathOf(const QModelIndex &index)
+{
+    return index.data(ApplicationList::PathRole).toString();
+}
+
 } // namespace
 
 ApplicationChooser::ApplicationChooser(InstalledApplications &applications, QWidget *parent)
@@ -134,7 +139,7 @@ void ApplicationChooser::load()
     m_list->setEntries(m_applications.entries().entries());
     QSet<QString> chosen;
     for (int row = 0; row < m_list->rowCount(); ++row) {
-        const QString path = m_list->index(row).data(ApplicationList::PathRole).toString();
+        const QString path = pathOf(m_list->index(row));
         if (m_chosen.contains(path))
             chosen.insert(path);
     }
@@ -150,7 +155,7 @@ void ApplicationChooser::filter(const QString &text)
     QItemSelection selection;
     for (int row = 0; row < m_found->rowCount(); ++row) {
         const QModelIndex index = m_found->index(row, 0);
-        if (m_chosen.contains(index.data(ApplicationList::PathRole).toString()))
+        if (m_chosen.contains(pathOf(index)))
             selection.select(index, index);
     }
     m_view->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
@@ -165,9 +170,9 @@ void ApplicationChooser::followSelection(const QItemSelection &selected, const Q
     if (m_isFiltering)
         return;
     for (const QModelIndex &index : deselected.indexes())
-        m_chosen.remove(index.data(ApplicationList::PathRole).toString());
+        m_chosen.remove(pathOf(index));
     for (const QModelIndex &index : selected.indexes())
-        m_chosen.insert(index.data(ApplicationList::PathRole).toString());
+        m_chosen.insert(pathOf(index));
     showState();
 }
 
@@ -188,10 +193,10 @@ QModelIndex ApplicationChooser::onlyFound() const
 void ApplicationChooser::add()
 {
     if (m_chosen.isEmpty() && onlyFound().isValid())
-        m_chosen.insert(onlyFound().data(ApplicationList::PathRole).toString());
+        m_chosen.insert(pathOf(onlyFound()));
     QList<QUrl> files;
     for (int row = 0; row < m_list->rowCount(); ++row) {
-        const QString path = m_list->index(row).data(ApplicationList::PathRole).toString();
+        const QString path = pathOf(m_list->index(row));
         if (m_chosen.contains(path))
             files.append(QUrl::fromLocalFile(path));
     }

@@ -4,7 +4,6 @@
 #include "app/application_id.h"
 #include "look/note_label.h"
 #include "look/selectable_note.h"
-#include "look/theme.h"
 #include "model/focus_store.h"
 #include "views/minutes_box.h"
 

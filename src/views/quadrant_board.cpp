@@ -2,7 +2,6 @@
 #include "views/quadrant_board.h"
 
 #include "look/icon_button.h"
-#include "look/painting.h"
 #include "look/text_label.h"
 #include "views/quadrant_board_cell.h"
 

@@ -7,7 +7,6 @@
 #include "views/row_list_view.h"
 
 #include <QPainter>
-#include <QPainterPath>
 
 namespace wrenfold {
 

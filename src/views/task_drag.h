@@ -78,9 +78,10 @@ private:
     QPoint m_pressPosition; ///< Of the screen.
     QPoint m_pointer;       ///< Of the screen.
     QPoint m_grabbedAt;     ///< Where the row was taken hold of.
-    std::optional<QRect>
-        m_paneAtStart; ///< Of the screen; until the pointer has left it, or is in the list again.
-    std::optional<int> m_heightAtStart; ///< Where it was pressed; until the pointer is away from the edges.
+    /// Of the screen; until the pointer has left it, or is in the list again.
+    std::optional<QRect> m_paneAtStart;
+    /// Where it was pressed; until the pointer is away from the edges.
+    std::optional<int> m_heightAtStart;
 
     std::optional<QUuid> m_draggingTaskID;
     std::optional<TaskQuadrant> m_targetedQuadrant;

@@ -62,9 +62,9 @@ public:
             const ssize_t count = uninterrupted([&] {
                 return m_fileSystem.write(m_file, bytes.constData() + done, size_t(bytes.size() - done));
             });
+            // Else a file system that takes nothing and names no reason would hold us for ever.
             if (count == 0)
-                errno =
-                    EIO; // Else a file system that takes nothing and names no reason would hold us for ever.
+                errno = EIO;
             if (count <= 0)
                 return false;
             done += count;

@@ -3,7 +3,6 @@
 
 #include "platform/linux/host_texts.h"
 
-#include <QDBusConnection>
 #include <QDBusError>
 #include <QDBusMessage>
 

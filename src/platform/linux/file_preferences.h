@@ -10,8 +10,7 @@ namespace wrenfold {
 
 /// Preferences as files: one a key, under the key's name, in a folder that the first write makes. Folder and
 /// files are for the user alone (0700, 0600). There must be one writer to a folder. Beside the files lie
-/// values kept aside
-/// (`<key>.<yyyy-MM-ddTHH-mm-ss>`) and the daily copies, see DailyBackup.
+/// values kept aside (`<key>.<yyyy-MM-ddTHH-mm-ss>`) and the daily copies, see DailyBackup.
 class FilePreferences final : public Preferences
 {
 public:

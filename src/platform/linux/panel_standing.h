@@ -29,9 +29,10 @@ struct PanelSurroundings
     bool isFocusOurs = false; ///< Whether a window of ours has the keyboard.
     bool isFocusHere = false; ///< Whether it is the panel.
     uint32_t active = 0;      ///< The window that the window manager calls active; zero where there is none.
-    std::vector<uint32_t> fullScreen; ///< The full-screen windows in sight that reach over the panel's place.
-    std::vector<uint32_t>
-        fullScreenAbove; ///< Those of them that lie above the panel; none above an unmanaged one.
+    /// The full-screen windows in sight that reach over the panel's place.
+    std::vector<uint32_t> fullScreen;
+    /// Those of them that lie above the panel; none above an unmanaged one.
+    std::vector<uint32_t> fullScreenAbove;
 };
 
 /// How the panel has to stand from now on. Some window managers keep a window that is to be above others above
