@@ -1,43 +1,14 @@
 """A person talks with the AI: asks, is answered, has the list put in order, and takes that back in the panel."""
 
 from chat_service import ChatService
+from chat_window import CHAT, ChatWindow
 from sample_documents import document, task
 from session import Session, expect, program_to_test
 
-PANEL, CHAT = "Wren Fold", "Wrenfold AI"
+PANEL = "Wren Fold"
 BRAIN = (239, 77)  # the panel's button that opens the chat
 TITLES = ["一つ目の仕事", "二つ目の仕事", "三つ目の仕事"]
 ANSWER = "まず「一つ目の仕事」を5分だけ進めましょう。\n<b>理由</b>: 終わりが見えているからです。 & それだけ。"
-
-
-class Chat:
-    """The chat's window, looked at through its pictures."""
-
-    def __init__(self, session):
-        self._session = session
-        self.window = session.wait_window(CHAT)
-        session.wait_active(self.window)
-        size = session.geometry(self.window)[2:]
-        expect(size == (440, 520), f"the chat is {size} in size")
-        session.wait_for(lambda: session.colour_count(self.picture("opening")) > 16, "the chat to be painted")
-
-    def picture(self, name):
-        return self._session.picture(name, self.window)
-
-    def say(self, text):
-        self._session.type_text(text)
-        self._session.press("Return")
-
-    def wait_settled(self, name):
-        """A picture of the chat that shows the same for three looks."""
-        same = []
-
-        def look():
-            pixels = self.picture(name).read_bytes()
-            same[:] = [*same[-2:], pixels] if not same or same[-1] == pixels else [pixels]
-            return len(same) == 3
-        self._session.wait_for(look, "the chat to settle")
-        return self.picture(name)
 
 
 def asks_and_is_answered(session, service, chat):
@@ -60,7 +31,7 @@ def has_the_list_sorted(session, chat):
     chat.say("sort")
     chat.wait_settled("3_proposed")
     expect(session.titles() == TITLES, f"the list was changed without a confirmation: {session.titles()}")
-    session.press("shift+Tab", "shift+Tab", "Return")  # to the proposal's first button
+    chat.confirm()
     session.wait_for(lambda: session.titles() == TITLES[::-1], "the list in the proposed order")
     chat.wait_settled("4_confirmed")
 
@@ -80,7 +51,7 @@ def main():
         panel = session.wait_window(PANEL)
         session.wait_active(panel)
         session.click(panel, *BRAIN)
-        chat = Chat(session)
+        chat = ChatWindow(session)
         asks_and_is_answered(session, service, chat)
         has_the_list_sorted(session, chat)
         session.picture("5_screen")

@@ -11,9 +11,10 @@ TASK_ID = re.compile(r"^- id: (.*)$", re.MULTILINE)
 
 class ChatService:
     """`answer_question` is the answer to a question; an order puts the tasks last to first; a split gives `subtasks`. While
-    `hold` is cleared nothing is answered."""
+    `hold` is cleared nothing is answered; while `status` is another one, every answer is an error."""
 
     def __init__(self, answer_question="", subtasks=()):
+        self.status = 200
         self.answer_question = answer_question
         self.subtasks = list(subtasks)
         self.requests = []  # the texts of the user's messages
@@ -28,7 +29,7 @@ class ChatService:
                 service.hold.wait(60)
                 answer = json.dumps({"choices": [{"message": {
                     "role": "assistant", "content": service.content(body["messages"])}}]}).encode()
-                self.send_response(200)
+                self.send_response(service.status)
                 self.send_header("Content-Type", "application/json")
                 self.send_header("Content-Length", str(len(answer)))
                 self.end_headers()

@@ -14,8 +14,9 @@ SETTINGS = """
 def start(session):
     settings = session.folder / "dunstrc"
     settings.write_text(SETTINGS)
-    session.start("dunst", "-config", str(settings))
+    process = session.start("dunst", "-config", str(settings))
     session.wait_for(lambda: session.tool("dunstctl", "is-paused") == "false", "dunst")
+    return process
 
 
 def count(session):

@@ -16,6 +16,10 @@ class FastClock:
         self.run(1)
         self.environment = {"LD_PRELOAD": self.LIBRARY, "FAKETIME_TIMESTAMP_FILE": str(self._file), "FAKETIME_NO_CACHE": "1"}
 
+    def shown(self):
+        """How many seconds have passed on it since its start."""
+        return self._shown + (time.monotonic() - self._changed) * self._rate
+
     def run(self, rate):
         """From now on so many seconds pass in one."""
         now = time.monotonic()
