@@ -14,7 +14,7 @@ from status_menu import StatusMenu
 
 PANEL, SETTINGS = "Wren Fold", "Wrenfold Settings"
 # Points in the panel.
-SORT_BUTTON, CHAT_BUTTON, BOARD_BUTTON, FOLD_BUTTON, CLOSE_BUTTON = (211, 77), (239, 77), (26, 77), (95, 77), (319, 77)
+BOARD_BUTTON, FOLD_BUTTON, SORT_BUTTON, CHAT_BUTTON, CLOSE_BUTTON = (26, 77), (95, 77), (211, 77), (239, 77), (319, 77)
 GRIP, CORNER = (172, 7), 7  # the latter from the right and the bottom
 # A window manager takes over when the pointer has gone a little way, and counts from there.
 PULL_STEPS, LEEWAY = 10, 12

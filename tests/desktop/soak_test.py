@@ -24,6 +24,7 @@ COPIES_KEPT = 14
 
 READ, WRITTEN, MARKUP, RELEASE = "資料を読む", "資料を書く", "A & B_c <b>x</b>", "🎉 リリース祝い 👩‍👩‍👧‍👦"
 SUBTASKS = ["下書き", "<i>推敲</i> & 送信"]
+ANSWER = "まず一つだけ。\n<b>理由</b> & それだけ。"
 TERMINAL = {"id": "debian-xterm", "name": "XTerm", "bundleIdentifier": "debian-xterm",
             "path": "/usr/share/applications/debian-xterm.desktop"}
 SETTINGS = {"isFocusGuardEnabled": True, "blockedApps": [TERMINAL], "workDurationMinutes": 6, "breakDurationMinutes": 1,
@@ -155,7 +156,7 @@ def save_old_copies(session, count):
 
 
 def main():
-    with MoodyService("まず一つだけ。\n<b>理由</b> & それだけ。", SUBTASKS) as service, Session("soak", size="1280x900") as session:
+    with MoodyService(ANSWER, SUBTASKS) as service, Session("soak", size="1280x900") as session:
         desktop = Desktop(session)
         session.save_document(document(**SETTINGS))
         old_copies = save_old_copies(session, 12)
