@@ -99,7 +99,7 @@ def spend_evening(user):
     user.expect_counts(4, 0)
 
 
-def sleep(session, clock, day):
+def spend_night(session, clock, day):
     clock.run(NIGHT_RATE)
     session.wait_for(lambda: clock.shown() >= day * DAY, "the next day", 60)
     clock.run(1)
@@ -115,7 +115,7 @@ def live(session, program, desktop, user, clock):
         spend_afternoon(user, desktop)
         spend_evening(user)
         expect_left_of_a_day(session)
-        sleep(session, clock, day)
+        spend_night(session, clock, day)
         user.expect_counts(0, 0)
         process_memory.wait_idle(session, program)
         memory.append(process_memory.resident(program))
