@@ -18,7 +18,7 @@ BOARD_BUTTON, FOLD_BUTTON, SORT_BUTTON, CHAT_BUTTON, CLOSE_BUTTON = (26, 77), (9
 GRIP, CORNER = (172, 7), 7  # the latter from the right and the bottom
 # A window manager takes over when the pointer has gone a little way, and counts from there.
 PULL_STEPS, LEEWAY = 10, 12
-WORK_MINUTES = (50, 194)  # a point in the settings
+WORK_MINUTES = (50, 211)  # a point in the settings
 TOGGLE, NEW_TODO = "ctrl+alt+super+p", "ctrl+alt+super+t"
 QUADRANTS = ["urgentImportant", "importantNotUrgent", "urgentNotImportant", "notUrgentNotImportant"]
 
@@ -147,6 +147,8 @@ class BusyUser:
         self._session.press("ctrl+comma")
         window = self._session.wait_window(SETTINGS)
         self._session.wait_active(window)
+        self._session.wait_for(
+            lambda: self._session.colour_count(self._session.picture("settings", window)) > 16, "the settings to be painted")
         minutes = self._session.document()["workDurationMinutes"]
         self._session.click(window, *WORK_MINUTES)
         for key, expected in (("Down", minutes - 1), ("Up", minutes)):

@@ -9,7 +9,7 @@ from session import Session, expect, program_to_test
 PANEL, SETTINGS, CHOOSER = "Wren Fold", "Wrenfold Settings", "ブロックするアプリを選択"
 TIME = (70, 14, 120, 46)  # x, y, width and height of the panel's timer
 # Points in the window.
-WORK_MINUTES = (50, 194)
+WORK_MINUTES = (50, 211)
 API_KEY = (300, 112)
 NAME = "A & B_c <b>x</b>"
 ENTRY = f"[Desktop Entry]\nType=Application\nName={NAME}\nExec=sample\n"
