@@ -34,8 +34,8 @@ struct LaunchOptions
     QString mediumGoal;                   ///< For DebugSplit and DebugSort.
     QString usageError;                   ///< One line, without a line break.
     Request request = Request::ShowPanel; ///< Of an interactive start that is no demonstration.
-    bool isBusService =
-        false; ///< Started by the message bus, which then sends the request: `request` is unused.
+    /// Started by the message bus, which then sends the request: `request` is unused.
+    bool isBusService = false;
     bool isDemonstration = false; ///< On sample data: beside the running program, without the saved document.
     bool isBoardClosed = false;   ///< The demonstration starts without the quadrant board.
 

@@ -281,9 +281,9 @@ private:
     std::unique_ptr<ScheduledCall> m_pendingUndoClearCall;
     QSet<qint64> m_firedSprintMilestones;   ///< In this work phase, by the seconds left.
     std::unique_ptr<ScheduledCall> m_timer; ///< Present exactly while the timer runs.
-    std::unique_ptr<QObject>
-        m_answersOwner;            ///< Answers and queued calls that come after it has gone reach nobody.
-    QSet<QString> m_knownInboxIDs; ///< Of the candidates that were there at the last reload.
+    /// Answers and queued calls that come after it has gone reach nobody.
+    std::unique_ptr<QObject> m_answersOwner;
+    QSet<QString> m_knownInboxIDs;       ///< Of the candidates that were there at the last reload.
     QList<InboxItem> m_unsavedApprovals; ///< Their tasks are not on disk yet, their files still are.
     // Shared only in that they can be let go of where their types are not known.
     std::shared_ptr<InboxReader> m_inboxReader;

@@ -34,7 +34,7 @@ private:
 ///
 /// - value() is the value last assigned, inside an operation too.
 /// - An assignment of an equal value is none. An operation that ends with the value it began with announces
-/// nothing.
+///   nothing.
 /// - Announcements come once an operation is whole and saved (see ChangeGroup). Subscribers are called in the order in
 ///   which they subscribed, with the value as it is then.
 /// - A subscriber may read everything and assign to anything; such an assignment is an operation of its own, saved and

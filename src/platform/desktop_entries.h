@@ -70,8 +70,8 @@ private:
 /// The words of an entry's Exec value. Quotes hold a word together; codes such as %f stay as they are.
 [[nodiscard]] QStringList commandWords(const QString &command);
 
-/// The entry in a .desktop file, with its path and the id that it has by its place below an applications folder, else by its file's
-/// name. Nothing if the file is none or cannot be read.
+/// The entry in a .desktop file, with its path and the id that it has by its place below an applications folder, else by
+/// its file's name. Nothing if the file is none or cannot be read.
 [[nodiscard]] std::optional<DesktopEntry> readDesktopEntry(const QString &path);
 
 /// The user's language for texts, as "ja_JP", from the environment.

@@ -13,9 +13,10 @@ class FolderWatch
 public:
     struct Actions
     {
-        std::function<void()> changed; ///< A file was written, renamed into or out of the folder, or removed.
-        std::function<void()>
-            lost; ///< The folder has gone or was moved, or the one above it was; nothing is watched any more.
+        /// A file was written, renamed into or out of the folder, or removed.
+        std::function<void()> changed;
+        /// The folder has gone or was moved, or the one above it was; nothing is watched any more.
+        std::function<void()> lost;
     };
 
     virtual ~FolderWatch() = default;

@@ -12,10 +12,10 @@ namespace wrenfold {
 /// An application that has windows on the screen. Texts from outside: to be shown as plain text.
 struct RunningApplication
 {
-    std::optional<QString>
-        bundleIdentifier; ///< The id of its desktop entry; none where no entry belongs to it.
-    std::optional<QString>
-        localizedName; ///< The entry's name in the user's language, else what its windows say.
+    /// The id of its desktop entry; none where no entry belongs to it.
+    std::optional<QString> bundleIdentifier;
+    /// The entry's name in the user's language, else what its windows say.
+    std::optional<QString> localizedName;
 
     friend bool operator==(const RunningApplication &, const RunningApplication &) = default;
 };

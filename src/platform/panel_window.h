@@ -23,7 +23,8 @@ enum class CompanionKind {
     Floating, ///< Above them, but not above a full-screen window that is in front; on every workspace.
 };
 
-/// What a desktop can do for the floating panel, and for the windows beside it: above other windows, on every workspace, out of the task bar.
+/// What a desktop can do for the floating panel, and for the windows beside it: above other windows, on every
+/// workspace, out of the task bar.
 class PanelWindow
 {
 public:

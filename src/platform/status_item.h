@@ -56,8 +56,8 @@ public:
     struct Actions
     {
         std::function<void()> activate; ///< A plain click.
-        std::function<void()>
-            openMenu; ///< Asks for the menu where the host leaves that to us: under the pointer.
+        /// Asks for the menu where the host leaves that to us: under the pointer.
+        std::function<void()> openMenu;
         std::function<QList<StatusMenuRow>()> menuRows; ///< The rows of now; asked at each opening.
         std::function<void(int command)> chooseRow;
         /// Called at once and on each change: whether the host shows labels beside icons.

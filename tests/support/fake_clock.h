@@ -48,8 +48,8 @@ private:
 
     QDateTime m_now;
     std::chrono::milliseconds m_passed{0}; ///< Time passed since the start, on which the calls are set.
-    std::vector<std::weak_ptr<Call>>
-        m_calls; ///< In the order of their scheduling. The handles own the calls.
+    /// In the order of their scheduling. The handles own the calls.
+    std::vector<std::weak_ptr<Call>> m_calls;
 };
 
 } // namespace wrenfold
