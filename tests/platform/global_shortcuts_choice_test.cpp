@@ -25,7 +25,7 @@ class GlobalShortcutsChoiceTest : public TestCase
 {
     Q_OBJECT
 
-private Q_SLOTS:
+public:
     /// Before there is an application: what the bus's library reads of the address at first is what it goes on to use,
     /// and newer versions of Qt look for a bus as soon as they are on an X server.
     static void initMain()
@@ -34,6 +34,7 @@ private Q_SLOTS:
             qputenv("DBUS_SESSION_BUS_ADDRESS", theBus().address().toUtf8());
     }
 
+private Q_SLOTS:
     void cleanup() { qunsetenv("WAYLAND_DISPLAY"); }
 
     void inAnX11SessionTheServerIsAsked()
