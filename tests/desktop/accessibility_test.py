@@ -12,11 +12,11 @@ LONG = samples.JAPANESE
 WAITING = "見積もりを比べる"
 
 # Press is what a button offers, Toggle a check box.
-HEADER = [("push button", name) for name in (
+HEADER = [("button", name) for name in (
     "ポモドーロを開始（25分）", "ポモドーロをリセット", "NOWだけ表示", "最前面固定: オン", "AIで優先順に並べ替え（GOALが基準）",
     "パネルを隠す")]
-NOW_CARD = [("push button", name) for name in ("今日いちばん大切なことに集中する", "サブタスクを追加", "削除（元に戻せます）")]
-ACTION_OF_ROLE = {"push button": "Press", "check box": "Toggle"}
+NOW_CARD = [("button", name) for name in ("今日いちばん大切なことに集中する", "サブタスクを追加", "削除（元に戻せます）")]
+ACTION_OF_ROLE = {"button": "Press", "check box": "Toggle"}
 
 
 def hostile_document():
@@ -29,9 +29,9 @@ def hostile_document():
 def expect_controls(tree):
     """What is in sight is what the document says, with nothing that works but has no name."""
     elements = tree.in_sight()
-    for expected in HEADER + NOW_CARD + [("push button", "あとでやるの4象限を閉じる"), ("text", "TODOを追加"),
+    for expected in HEADER + NOW_CARD + [("button", "あとでやるの4象限を閉じる"), ("text", "TODOを追加"),
                                          ("label", "今日完了したタスク数 0"), ("label", "25:00"),
-                                         ("label", "25分 — 再生で開始"), ("push button", "4象限を閉じる")]:
+                                         ("label", "25分 — 再生で開始"), ("button", "4象限を閉じる")]:
         found = [element for element in elements if (element.role, element.name) == expected]
         expect(found, f"there is no {expected[0]} named {expected[1]!r} among {elements}")
     for element in elements:
@@ -79,7 +79,7 @@ def expect_focus_to_follow(session, tree):
 def expect_row_actions(tree):
     """The row that has the keyboard shows what can be done with it."""
     for name in ("サブタスクを手動追加", "AIでサブタスクに分割", "削除（元に戻せます）", "NOWにピン留め"):
-        found = tree.find("push button", name, within=MARKUP)
+        found = tree.find("button", name, within=MARKUP)
         expect(len(found) == 1 and "Press" in found[0].actions, f"the row {MARKUP!r} offers {found} for {name!r}")
 
 
@@ -89,15 +89,15 @@ def expect_actions_to_work(session, tree):
         return next(each for each in session.document()["tasks"] if each["title"] == title)
     tree.act("check box", "完了", "Toggle", within="小さな一歩")
     session.wait_for(lambda: task("小さな一歩")["isDone"], "the toggled task to be done")
-    tree.act("push button", "NOWにピン留め", "Press", within=MARKUP)
+    tree.act("button", "NOWにピン留め", "Press", within=MARKUP)
     session.wait_for(lambda: session.document()["activeTaskID"] == task(MARKUP)["id"], "the task with the pressed pin to be NOW")
-    tree.act("push button", DIRECTIONS, "Press")
+    tree.act("button", DIRECTIONS, "Press")
     session.wait_for(lambda: session.document()["activeTaskID"] == task(DIRECTIONS)["id"], "the pressed title to be NOW")
-    tree.act("push button", "最前面固定: オン", "Press")
+    tree.act("button", "最前面固定: オン", "Press")
     session.wait_for(lambda: not session.document()["isHardPinned"], "the panel to be pinned less")
-    tree.act("push button", "あとでやるの4象限を閉じる", "Press")
+    tree.act("button", "あとでやるの4象限を閉じる", "Press")
     session.wait_for(lambda: not session.document()["isQuadrantBoardVisible"], "the board to close")
-    tree.act("push button", "追加してNOWにピン留め", "Press")
+    tree.act("button", "追加してNOWにピン留め", "Press")
     session.wait_for(lambda: "候補の文" in session.titles(), "the candidate to be a task")
 
 

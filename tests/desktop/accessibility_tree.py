@@ -11,13 +11,19 @@ LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
 PROGRAM_ENVIRONMENT = {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
 
 
+def role_of(accessible):
+    """The name of its role, as newer versions of the library say it."""
+    name = accessible.get_role_name()
+    return "button" if name == "push button" else name
+
+
 class Element:
     """One element of the tree."""
 
     def __init__(self, accessible, parent):
         self._accessible = accessible
         self.parent = parent
-        self.role = accessible.get_role_name()
+        self.role = role_of(accessible)
         self.name = accessible.get_name()
         self.states = {state.value_nick for state in accessible.get_state_set().get_states()}
 
@@ -98,7 +104,7 @@ class AccessibilityTree:
 
     def _note_focus(self, event):
         if event.detail1:
-            self._focused.append((event.source.get_role_name(), event.source.get_name()))
+            self._focused.append((role_of(event.source), event.source.get_name()))
 
     @staticmethod
     def _take_events():
