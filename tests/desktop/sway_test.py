@@ -5,6 +5,7 @@ import json
 import os
 import signal
 
+import status_hosts
 from session import expect, program_to_test
 from sway_session import SwaySession, our_window, run_as_sways_user
 
@@ -12,7 +13,6 @@ XWAYLAND, NATIVE = "xwayland", "xdg_shell"
 BAR_HEIGHT = 30
 BAR = {"layer": "top", "position": "bottom", "height": BAR_HEIGHT, "modules-right": ["tray"], "tray": {"icon-size": 20}}
 BAR_STYLE = "* { border: none; box-shadow: none; } window#waybar { background: #000000; }"
-WATCHER = "org.kde.StatusNotifierWatcher"
 
 # How the program is started, and what its window is then.
 STARTS = (
@@ -129,7 +129,7 @@ def start_bar(session):
     config.write_text(json.dumps(BAR))
     style.write_text(BAR_STYLE)
     bar = session.start("waybar", "-c", str(config), "-s", str(style))
-    session.wait_for(lambda: session.tool("busctl", "--user", "status", WATCHER), "the bar to look for items")
+    status_hosts.wait_watcher(session)
     session.wait_for(lambda: set(bar_picture(session)) == {0}, "the black bar")
     return bar
 
@@ -143,9 +143,7 @@ def bar_picture(session):
 
 
 def wait_item(session):
-    session.wait_for(lambda: "StatusNotifierItem" in session.tool(
-        "busctl", "--user", "get-property", WATCHER, "/StatusNotifierWatcher", WATCHER, "RegisteredStatusNotifierItems"),
-        "the item to be known to the bar")
+    session.wait_for(lambda: "StatusNotifierItem" in status_hosts.registered(session), "the item to be known to the bar")
     session.wait_for(lambda: set(bar_picture(session)) != {0}, "the item to be painted in the bar")
 
 
