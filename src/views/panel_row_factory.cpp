@@ -71,15 +71,15 @@ DeferredTaskRow::Actions PanelRowFactory::deferredTaskActions() const
 
 PanelRowWidget *PanelRowFactory::makeInboxRow(QWidget *parent) const
 {
+    const auto openLink = [this, parent](const QUrl &link) {
+        const auto open = [this, link] { m_actions.openLink(link); };
+        openForeignLink(link, open, parent->window());
+    };
     return new InboxRow(
         {.approve = thenUpdate([this](const InboxItem &item) { m_store.approveInboxItem(item, false); }),
          .approveAndPin = thenUpdate([this](const InboxItem &item) { m_store.approveInboxItem(item, true); }),
          .dismiss = thenUpdate([this](const InboxItem &item) { m_store.removeInboxFile(item); }),
-         .openLink =
-             [this, parent](const QUrl &link) {
-                 openForeignLink(
-                     link, [this, link] { m_actions.openLink(link); }, parent->window());
-             }},
+         .openLink = openLink},
         parent);
 }
 

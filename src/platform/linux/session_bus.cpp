@@ -89,8 +89,8 @@ void SessionBus::connect(std::chrono::milliseconds patience, QObject *receiver,
                          std::function<void(const QDBusConnection &)> done)
 {
     connect(patience, [receiver, done = std::move(done)](const QDBusConnection &connection) {
-        QMetaObject::invokeMethod(
-            receiver, [done, connection] { done(connection); }, Qt::QueuedConnection);
+        const auto tell = [done, connection] { done(connection); };
+        QMetaObject::invokeMethod(receiver, tell, Qt::QueuedConnection);
     });
 }
 
