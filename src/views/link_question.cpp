@@ -28,6 +28,7 @@ LinkQuestion::LinkQuestion(const QUrl &link, std::function<void()> open, QWidget
     question->setTextFormat(Qt::PlainText);
     auto *text = new QPlainTextEdit(link.toString(QUrl::FullyEncoded), this);
     text->setReadOnly(true);
+    text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     text->setTabChangesFocus(true);
     text->setWordWrapMode(QTextOption::WrapAnywhere);
     text->setAccessibleName(QStringLiteral("リンク"));
@@ -40,15 +41,17 @@ LinkQuestion::LinkQuestion(const QUrl &link, std::function<void()> open, QWidget
     QPushButton *cancel = buttons->addButton(
         canOpen ? QStringLiteral("キャンセル") : QStringLiteral("閉じる"), QDialogButtonBox::RejectRole);
     cancel->setDefault(true);
-    cancel->setFocus();
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    // Not every window manager gives the keyboard back to where the question came from.
+    connect(this, &QDialog::rejected, parent->window(), &QWidget::activateWindow);
 
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(question);
     layout->addWidget(text);
     layout->addWidget(buttons);
     resize(420, 180);
+    cancel->setFocus(); // Not before the buttons have their place: a move takes the focus away.
 }
 
 void openForeignLink(const QUrl &link, const std::function<void()> &open, QWidget *parent)

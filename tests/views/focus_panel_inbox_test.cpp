@@ -187,6 +187,21 @@ private Q_SLOTS:
         QTRY_VERIFY(!panel.question());
     }
 
+    void theWholeLinkIsReachedByKeyAndShowsThatItIs()
+    {
+        const OffscreenSilence silence;
+        PanelWithInbox panel;
+        QVERIFY(panel.show());
+        QVERIFY(panel.openLink("line://msg/1"));
+        QTRY_VERIFY(panel.question());
+        panel.question()->activateWindow();
+        QTRY_VERIFY(buttonOf(*panel.question(), QStringLiteral("キャンセル"))->hasFocus());
+        auto *link = panel.question()->findChild<QPlainTextEdit *>();
+        QTest::keyClick(panel.question()->windowHandle(), Qt::Key_Tab);
+        QVERIFY(link->hasFocus());
+        QVERIFY(link->textInteractionFlags() & Qt::TextSelectableByKeyboard); // With a caret to be seen.
+    }
+
     void noIsNo()
     {
         const OffscreenSilence silence;
