@@ -33,7 +33,9 @@ PanelGeometry resizedPanel(const PanelGeometry &current, const std::optional<QRe
     resized.frame = QRect(x, current.frame.top(), width, height);
     if (isQuadrantBoardPresented) {
         const bool wasPresented = current.compactOriginX.has_value();
-        resized.isBoardLeftOfList = wasPresented ? current.isBoardLeftOfList : x < wanted;
+        // On the side where the list moves less.
+        const bool isLeft = wanted - x > (wideWidth - compactWidth) / 2;
+        resized.isBoardLeftOfList = wasPresented ? current.isBoardLeftOfList : isLeft;
     }
     return resized;
 }

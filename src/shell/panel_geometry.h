@@ -15,7 +15,8 @@ struct PanelGeometry
 {
     QRect frame;                       ///< In device-independent pixels of the screen.
     std::optional<int> compactOriginX; ///< The left edge before it was widened; only while it is wide.
-    /// Of a wide panel: the list keeps its place under the pointer, so the board goes where there is room.
+    /// Of a wide panel: the list keeps its place under the pointer as far as the screen allows, so the board goes where
+    /// there is room.
     bool isBoardLeftOfList = false;
 
     friend bool operator==(const PanelGeometry &, const PanelGeometry &) = default;

@@ -40,7 +40,11 @@ private Q_SLOTS:
         row("the board closes over a folded list", wide(200, 200), screen, true, false, compact(200, 268));
         row("at the right edge the panel moves left and the board lies left", compact(936), screen, false,
             true, wide(564, 936, true));
-        row("near the right edge", compact(600), screen, false, true, wide(564, 600, true));
+        row("near the right edge the list moves less with the board on its right", compact(600), screen,
+            false, true, wide(564, 600));
+        row("as far from the edge as the board is wide by half", compact(750), screen, false, true,
+            wide(564, 750));
+        row("a little nearer", compact(751), screen, false, true, wide(564, 751, true));
         row("it just fits", compact(564), screen, false, true, wide(564, 564));
         row("and goes back", wide(564, 936, true), screen, false, false, compact(936));
         row("a wide panel that is widened again keeps where it came from and its side", wide(564, 936, true),
