@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "look/painted_button.h"
 
+#include "look/double_press.h"
 #include "look/plain_text.h"
 
 #include <QHelpEvent>
@@ -82,11 +83,8 @@ void PaintedButton::keyPressEvent(QKeyEvent *event)
 
 void PaintedButton::mousePressEvent(QMouseEvent *event)
 {
-    static const PaintedButton *lastPressed = nullptr; // Only to compare with: it may have gone.
-    if (event->type() == QEvent::MouseButtonDblClick && lastPressed != this)
-        return;
-    lastPressed = this;
-    QAbstractButton::mousePressEvent(event);
+    if (!isSecondPressMeantElsewhere(*event, *this))
+        QAbstractButton::mousePressEvent(event);
 }
 
 void PaintedButton::focusInEvent(QFocusEvent *event)

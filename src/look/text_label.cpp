@@ -2,6 +2,7 @@
 #include "look/text_label.h"
 
 #include "look/accessibility.h"
+#include "look/double_press.h"
 #include "look/painting.h"
 
 #include <QHelpEvent>
@@ -84,7 +85,8 @@ bool TextLabel::isElided() const
 QSize TextLabel::sizeHint() const
 {
     // One pixel more than the advance, so that rounding never elides a text that fits.
-    return {fontMetrics().horizontalAdvance(oneLine(m_text)) + 1, fontMetrics().height()};
+    return QSize(fontMetrics().horizontalAdvance(oneLine(m_text)) + 1, fontMetrics().height())
+        .grownBy(contentsMargins());
 }
 
 QSize TextLabel::minimumSizeHint() const
@@ -122,8 +124,8 @@ void TextLabel::paintEvent(QPaintEvent *)
     const int lineHeight = fontMetrics().height();
     qreal top = (height() - lineHeight * static_cast<int>(lines.size())) / 2.0;
     for (const QString &line : lines) {
-        Painting::text(painter, QRectF(0, top, width(), lineHeight), line, lineFont, theme.*m_color,
-                       Qt::AlignLeft, m_textDirection);
+        const QRectF place(contentsRect().left(), top, contentsRect().width(), lineHeight);
+        Painting::text(painter, place, line, lineFont, theme.*m_color, Qt::AlignLeft, m_textDirection);
         top += lineHeight;
     }
     if (hasFocus() && m_keyboardFocus.isShown())
@@ -136,7 +138,7 @@ void TextLabel::mousePressEvent(QMouseEvent *event)
         event->ignore();
         return;
     }
-    m_isPressed = true;
+    m_isPressed = !isSecondPressMeantElsewhere(*event, *this);
 }
 
 void TextLabel::mouseReleaseEvent(QMouseEvent *event)
@@ -170,7 +172,8 @@ void TextLabel::focusInEvent(QFocusEvent *event)
 
 ElidedText TextLabel::shown(int width) const
 {
-    return elided(m_text, font(), width, m_maximumLines);
+    const QMargins margins = contentsMargins();
+    return elided(m_text, font(), width - margins.left() - margins.right(), m_maximumLines);
 }
 
 QString TextLabel::toolTipText() const

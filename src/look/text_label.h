@@ -11,6 +11,7 @@ namespace wrenfold {
 
 /// A text shown exactly as it is, in one line or a few, ending in an ellipsis where it does not fit; line
 /// breaks are shown as spaces. The whole text is the accessible name and, when elided, the tool tip.
+/// Its contents margins are kept free beside the text.
 class TextLabel : public QWidget
 {
     Q_OBJECT
@@ -55,6 +56,7 @@ protected:
     void focusInEvent(QFocusEvent *event) override;
 
 private:
+    /// In a label of this width.
     [[nodiscard]] ElidedText shown(int width) const;
     [[nodiscard]] QString toolTipText() const;
 

@@ -45,7 +45,8 @@ void EditableLabel::beginEditing()
         m_field = new TextField(m_fieldName, this);
         m_field->setFont(m_label->font());
         m_field->installEventFilter(this);
-        m_field->setTextMargins(-fieldMargin, 0, 0, 0);
+        const QMargins margins = m_label->contentsMargins();
+        m_field->setTextMargins(margins.left() - fieldMargin, 0, margins.right(), 0);
         setTabOrder(m_label, m_field);
     }
     m_field->setGeometry(rect());

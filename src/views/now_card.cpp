@@ -17,6 +17,7 @@ namespace {
 
 constexpr int goalHeight = 24; ///< As much as a finger needs; the text is smaller.
 constexpr int goalTop = 3;
+constexpr int goalMargin = Metrics::textButtonPadding; ///< For the focus ring beside the text.
 constexpr int buttonSpacing = 6;
 constexpr int titleLines = 2;
 constexpr int textLeft = Metrics::cardPadding + Metrics::cardAccentWidth + 4;
@@ -43,6 +44,7 @@ NowCard::NowCard(const Actions &actions, QWidget *parent)
     m_goal->label()->setFont(Fonts::small());
     m_goal->label()->setColor(&Theme::secondaryInk);
     m_goal->label()->setClickable(true);
+    m_goal->label()->setContentsMargins(goalMargin, 0, goalMargin, 0);
     m_title->setFont(Fonts::title());
     m_title->setMaximumLines(titleLines);
     m_addTask->setHelp(QStringLiteral("入力欄にフォーカスします"));
@@ -120,7 +122,7 @@ void NowCard::placeChildren()
 {
     const int wordWidth = m_goalWord->sizeHint().width();
     m_goalWord->setGeometry(textLeft, goalTop, wordWidth, goalHeight);
-    const int goalLeft = textLeft + wordWidth + Metrics::sectionHeaderSpacing;
+    const int goalLeft = textLeft + wordWidth + Metrics::sectionHeaderSpacing - goalMargin;
     m_goal->setGeometry(goalLeft, goalTop, width() - goalLeft - Metrics::cardPadding, goalHeight);
 
     const int top = goalTop + goalHeight;

@@ -46,9 +46,9 @@ void TaskRow::rename()
 void TaskRow::activateOrRename()
 {
     if (row().isActive)
-        rename();
-    else
-        m_actions.setActive(row().task);
+        return rename();
+    setFocus(Qt::MouseFocusReason); // As a press beside the title does: what is being edited elsewhere ends.
+    m_actions.setActive(row().task);
 }
 
 void TaskRow::rowChanged(const PanelRow &previous)

@@ -3,6 +3,7 @@
 #include "support/test_case.h"
 #include "views/panel_in_window.h"
 #include "views/row_list_view.h"
+#include "views/task_row.h"
 
 #include <QScrollBar>
 #include <QWindow>
@@ -97,6 +98,36 @@ private Q_SLOTS:
             QVERIFY(!panel.row(QStringLiteral("1")));
             QCOMPARE(panel.store.openTaskCount(), 2);
         }
+    }
+
+    void aDoubleClickOnATitleDoesNotHitTheRowThatMovesUnderThePointer()
+    {
+        TaskList list = tasks(3);
+        list.prepend(madeTask(QStringLiteral("two lines of a card ").repeated(4)));
+        PanelInWindow panel(list, list.constFirst().id);
+        QVERIFY(panel.show());
+        const TextLabel *title = labelSaying(*panel.row(QStringLiteral("1")), QStringLiteral("1"));
+        const QPoint place = title->mapTo(&panel.window, title->rect().bottomLeft() + QPoint(4, -2));
+        movePointer(panel, place);
+        QTest::mouseDClick(panel.window.windowHandle(), Qt::LeftButton, {}, place);
+        QCOMPARE(panel.window.childAt(place),
+                 labelSaying(*panel.row(QStringLiteral("2")), QStringLiteral("2")));
+        QCOMPARE(panel.store.activeTask()->title, QStringLiteral("1"));
+        QVERIFY(!panel.editField());
+    }
+
+    void aClickOnAnotherTitleEndsTheEditingOfOne()
+    {
+        PanelInWindow panel(tasks(2));
+        QVERIFY(panel.show());
+        qobject_cast<TaskRow *>(panel.row(QStringLiteral("1")))->rename();
+        QVERIFY(panel.editField());
+        panel.editField()->setText(QStringLiteral("one"));
+        const QPoint place = middleOf(*labelSaying(*panel.row(QStringLiteral("2")), QStringLiteral("2")));
+        QTest::mouseClick(panel.window.windowHandle(), Qt::LeftButton, {}, place);
+        QVERIFY(!panel.editField());
+        QVERIFY(panel.row(QStringLiteral("one")));
+        QCOMPARE(panel.store.activeTask()->title, QStringLiteral("2"));
     }
 
     void noActionIsUnderThePointerBeforeThePointerIsOnIt()

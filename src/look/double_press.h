@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+class QMouseEvent;
+class QWidget;
+
+namespace wrenfold {
+
+/// Whether this press is the second of a double one that began on another widget: what the first press did has moved
+/// `widget` under the pointer, and nobody meant it. To be asked at every press on a widget that acts on clicks.
+[[nodiscard]] bool isSecondPressMeantElsewhere(const QMouseEvent &press, const QWidget &widget);
+
+} // namespace wrenfold
