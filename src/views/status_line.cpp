@@ -24,6 +24,8 @@ void StatusLine::setStatus(const QString &text, bool isUndoOffered)
 {
     m_text->setText(text.isEmpty() && isUndoOffered ? QStringLiteral("削除しました") : text);
     m_text->setVisible(!m_text->text().isEmpty());
+    if (!isUndoOffered && m_undo->hasFocus())
+        focusPreviousChild(); // Hidden, it would leave the keyboard with nobody.
     m_undo->setVisible(isUndoOffered);
     placeChildren();
 }

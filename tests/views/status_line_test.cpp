@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "look/text_button.h"
 #include "support/painted_text.h"
 #include "support/test_case.h"
 #include "views/status_line.h"
@@ -78,6 +79,22 @@ private Q_SLOTS:
         QVERIFY(label && label->isElided());
         QVERIFY(buttonNamed(*shownLine.line, undoText)->x() >= label->geometry().right());
         QCOMPARE(faultsOfButtons(*shownLine.line), QStringList());
+    }
+
+    void anOfferThatGoesGivesTheKeyboardBack()
+    {
+        LineInWindow shownLine;
+        auto *before = new TextButton(QStringLiteral("before"), TextButton::Kind::Link, &shownLine.window);
+        before->setGeometry(0, 30, 100, 24);
+        before->show();
+        QWidget::setTabOrder(before, shownLine.line);
+        QVERIFY(QTest::qWaitForWindowActive(&shownLine.window));
+        shownLine.line->setStatus({}, true);
+        before->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(before, Qt::Key_Tab);
+        QVERIFY(buttonNamed(*shownLine.line, undoText)->hasFocus());
+        shownLine.line->setStatus({}, false);
+        QVERIFY(before->hasFocus());
     }
 };
 
