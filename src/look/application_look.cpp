@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QPalette>
+#include <QTranslator>
 
 namespace wrenfold {
 
@@ -35,10 +36,25 @@ QPalette paletteOf(const Theme &theme)
     return palette;
 }
 
+/// Menus name the key as keyboards and desktops do here; Qt has another name for it.
+class KeyNames : public QTranslator
+{
+public:
+    using QTranslator::QTranslator;
+
+    [[nodiscard]] bool isEmpty() const override { return false; }
+    [[nodiscard]] QString translate(const char *context, const char *text, const char *, int) const override
+    {
+        const bool isMeta = qstrcmp(context, "QShortcut") == 0 && qstrcmp(text, "Meta") == 0;
+        return isMeta ? QStringLiteral("Super") : QString();
+    }
+};
+
 } // namespace
 
 ApplicationLook::ApplicationLook()
 {
+    qApp->installTranslator(new KeyNames(this));
     preferJapaneseFallback(QGuiApplication::font().family());
     qApp->installEventFilter(this);
 }

@@ -4,6 +4,8 @@
 #include <QFontMetrics>
 #include <QTextLayout>
 
+#include <algorithm>
+
 namespace wrenfold {
 
 namespace {
@@ -31,8 +33,14 @@ QString plainToolTip(const QString &text)
 {
     if (text.isEmpty())
         return {};
-    return QStringLiteral("<p style=\"white-space:pre-wrap\">") + text.toHtmlEscaped() +
-           QStringLiteral("</p>");
+    // Qt breaks its tips early, Japanese ones in the middle of a word.
+    constexpr qsizetype shortLine = 48;
+    const QStringList lines = text.split(QLatin1Char('\n'));
+    const bool isShort =
+        std::all_of(lines.begin(), lines.end(), [](const QString &line) { return line.size() <= shortLine; });
+    return QStringLiteral("<p style=\"white-space:%1\">")
+               .arg(isShort ? QStringLiteral("pre") : QStringLiteral("pre-wrap")) +
+           text.toHtmlEscaped() + QStringLiteral("</p>");
 }
 
 QString oneLine(const QString &text)

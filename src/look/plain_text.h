@@ -9,7 +9,7 @@ class QFont;
 namespace wrenfold {
 
 /// A tool tip that shows `text` exactly, whatever it looks like: Qt takes a text that resembles markup for
-/// markup. Line breaks stay; long lines wrap. An empty text gives an empty tool tip.
+/// markup. Line breaks stay; only long lines wrap. An empty text gives an empty tool tip.
 [[nodiscard]] QString plainToolTip(const QString &text);
 
 /// Whether the character is a line break, a tab or another control character.

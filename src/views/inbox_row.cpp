@@ -20,7 +20,7 @@ namespace wrenfold {
 
 namespace {
 
-constexpr int widestTag = 84; ///< A source may call itself anything; the text is what matters.
+constexpr int widestTag = 60; ///< A source may call itself anything; the text is what matters.
 
 } // namespace
 

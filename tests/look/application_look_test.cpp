@@ -6,6 +6,7 @@
 #include "support/test_case.h"
 
 #include <QApplication>
+#include <QKeySequence>
 #include <QMenu>
 #include <QPalette>
 #include <QToolTip>
@@ -212,6 +213,13 @@ private Q_SLOTS:
         QCOMPARE(Durations::motion(), std::chrono::milliseconds(0));
         look.follow({});
         QCOMPARE(Durations::motion(), std::chrono::milliseconds(160));
+    }
+
+    void menusCallTheKeyAsKeyboardsDo()
+    {
+        const ApplicationLook look;
+        const QKeySequence keys(Qt::CTRL | Qt::ALT | Qt::META | Qt::Key_P);
+        QCOMPARE(keys.toString(QKeySequence::NativeText), QStringLiteral("Super+Ctrl+Alt+P"));
     }
 };
 

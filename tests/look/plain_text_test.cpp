@@ -3,7 +3,9 @@
 #include "support/test_case.h"
 
 #include <QFontMetrics>
+#include <QTextBlock>
 #include <QTextDocument>
+#include <QTextLayout>
 
 namespace wrenfold {
 
@@ -39,6 +41,19 @@ private Q_SLOTS:
         QTextDocument document;
         document.setHtml(tip);
         QCOMPARE(document.toPlainText(), text);
+    }
+
+    void aShortToolTipIsNotBroken()
+    {
+        const QString help = QStringLiteral("TODOをドラッグして並べ替え、またはあとでやるへ分類");
+        const auto linesOf = [&help](const QString &text) {
+            QTextDocument document;
+            document.setHtml(plainToolTip(text));
+            document.setTextWidth(QFontMetrics(document.defaultFont()).horizontalAdvance(help) / 2);
+            return document.size().isEmpty() ? 0 : document.begin().layout()->lineCount();
+        };
+        QCOMPARE(linesOf(help), 1);
+        QVERIFY(linesOf(help.repeated(4)) > 4);
     }
 
     void anEmptyToolTipStaysEmpty() { QCOMPARE(plainToolTip(QString()), QString()); }
