@@ -7,6 +7,7 @@
 #include "app/launch_options.h"
 #include "app/marketing_demo.h"
 #include "app/print.h"
+#include "look/japanese_font.h"
 #include "platform/none/no_global_shortcuts.h"
 #include "platform/platform.h"
 #include "platform/termination_signals.h"
@@ -17,6 +18,8 @@
 
 #include <QApplication>
 #include <QTimer>
+
+#include <future>
 
 namespace wrenfold {
 
@@ -127,7 +130,10 @@ int runWithoutWindows(int argc, char **argv, const LaunchOptions &options)
 
 int runApplication(int argc, char **argv, const QStringList &arguments, const LaunchOptions &options)
 {
+    // While the toolkit loads its plug-ins and asks the display.
+    const std::future<void> fontsRead = std::async(std::launch::async, readFontConfiguration);
     QApplication application(argc, argv);
+    fontsRead.wait();
     if (const std::optional<int> status = refuseUnknownOption())
         return *status;
     QApplication::setApplicationName(QStringLiteral("wrenfold"));

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "look/application_look.h"
 
-#include "look/japanese_fallback.h"
+#include "look/japanese_font.h"
 #include "look/theme.h"
 
 #include <QApplication>
 #include <QEvent>
+#include <QFontDatabase>
 #include <QPalette>
 #include <QTranslator>
 
@@ -50,12 +51,19 @@ public:
     }
 };
 
+void followDesktopsFont()
+{
+    const QFont font = fontForJapanese(QFontDatabase::systemFont(QFontDatabase::GeneralFont));
+    if (font != QApplication::font())
+        QApplication::setFont(font);
+}
+
 } // namespace
 
 ApplicationLook::ApplicationLook()
 {
     qApp->installTranslator(new KeyNames(this));
-    preferJapaneseFallback(QGuiApplication::font().family());
+    followDesktopsFont();
     qApp->installEventFilter(this);
 }
 
@@ -70,7 +78,7 @@ void ApplicationLook::follow(const Wishes &wishes)
 bool ApplicationLook::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::ThemeChange && watched->isWindowType()) {
-        preferJapaneseFallback(QGuiApplication::font().family());
+        followDesktopsFont();
         choosePalette();
     }
     return QObject::eventFilter(watched, event);

@@ -21,6 +21,28 @@ bool opensIsolate(QChar character)
            character == firstStrongIsolate;
 }
 
+/// Whether a text with this in it may be laid out in another way than from left to right.
+bool concernsDirection(char32_t character)
+{
+    switch (QChar::direction(character)) {
+    case QChar::DirR:
+    case QChar::DirAL:
+    case QChar::DirAN:
+    case QChar::DirLRE:
+    case QChar::DirLRO:
+    case QChar::DirRLE:
+    case QChar::DirRLO:
+    case QChar::DirPDF:
+    case QChar::DirLRI:
+    case QChar::DirRLI:
+    case QChar::DirFSI:
+    case QChar::DirPDI:
+        return true;
+    default:
+        return false;
+    }
+}
+
 } // namespace
 
 bool breaksLine(QChar character)
@@ -56,6 +78,10 @@ QString oneLine(const QString &text)
 
 QString isolated(const QString &text, Qt::LayoutDirection direction)
 {
+    // No font has an isolate's marks, so that Qt looks through all the fonts there are for them.
+    const QList<uint> characters = text.toUcs4();
+    if (direction != Qt::RightToLeft && std::none_of(characters.begin(), characters.end(), concernsDirection))
+        return text;
     QString result;
     result.reserve(text.size() + 2);
     result.append(QChar(direction == Qt::LeftToRight   ? leftToRightIsolate

@@ -18,8 +18,8 @@ namespace wrenfold {
 /// The text in one line: every line break, tab and other control character becomes a space.
 [[nodiscard]] QString oneLine(const QString &text);
 
-/// The text closed in so that neither its direction nor its bidi controls reach what stands beside it. Its direction is
-/// the one given, or that of its first letter.
+/// The text for a line of its own, laid out from left to right: closed in where needed, so that its direction is the one
+/// given, or that of its first letter, and its bidi controls end with it.
 [[nodiscard]] QString isolated(const QString &text, Qt::LayoutDirection direction = Qt::LayoutDirectionAuto);
 
 struct ElidedText

@@ -68,7 +68,10 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("isolate");
-        QTest::newRow("nothing") << QStringLiteral("a") << QStringLiteral("\u2068a\u2069");
+        QTest::newRow("nothing") << QStringLiteral("a 日 🎉") << QStringLiteral("a 日 🎉");
+        QTest::newRow("Hebrew") << QStringLiteral("א") << QStringLiteral("\u2068א\u2069");
+        QTest::newRow("beyond the basic plane")
+            << QStringLiteral("\U0001E900") << QStringLiteral("\u2068\U0001E900\u2069");
         QTest::newRow("override") << QStringLiteral("\u202Ea") << QStringLiteral("\u2068\u202Ea\u2069");
         QTest::newRow("surplus end") << QStringLiteral("a\u2069b") << QStringLiteral("\u2068ab\u2069");
         QTest::newRow("missing end") << QStringLiteral("a\u2067b")

@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "look/japanese_fallback.h"
-
-#include <QFont>
+#include "look/japanese_font.h"
 
 #include <fontconfig/fontconfig.h>
 #include <memory>
@@ -16,11 +14,11 @@ const FcChar8 *fontconfigText(const char *text)
     return reinterpret_cast<const FcChar8 *>(text);
 }
 
-/// Empty where there is no font at all.
-QString japaneseFamily()
+/// Of the font that the system takes for Japanese where this one is wished for. Empty where there is no font at all.
+QString japaneseFamily(const QString &wished)
 {
     const Pattern wish(FcPatternCreate(), &FcPatternDestroy);
-    FcPatternAddString(wish.get(), FC_FAMILY, fontconfigText("sans-serif"));
+    FcPatternAddString(wish.get(), FC_FAMILY, fontconfigText(wished.toUtf8().constData()));
     FcPatternAddString(wish.get(), FC_LANG, fontconfigText("ja"));
     FcConfigSubstitute(nullptr, wish.get(), FcMatchPattern);
     FcDefaultSubstitute(wish.get());
@@ -32,13 +30,31 @@ QString japaneseFamily()
     return QString::fromUtf8(reinterpret_cast<const char *>(family));
 }
 
+bool isSameFamily(const QString &a, const QString &b)
+{
+    return a.compare(b, Qt::CaseInsensitive) == 0;
+}
+
 } // namespace
 
-void preferJapaneseFallback(const QString &family)
+QFont fontForJapanese(const QFont &desktops)
 {
-    const QString japanese = japaneseFamily();
-    if (!japanese.isEmpty() && japanese != family)
+    QFont font = desktops;
+    const QString family = desktops.family();
+    const QString taken = japaneseFamily(family);
+    if (!taken.isEmpty() && !isSameFamily(taken, family)) {
+        font.setFamily(taken);
+        return font;
+    }
+    const QString japanese = japaneseFamily(QStringLiteral("sans-serif"));
+    if (!japanese.isEmpty() && !isSameFamily(japanese, family))
         QFont::insertSubstitution(family, japanese); // Once: the same one again is not taken.
+    return font;
+}
+
+void readFontConfiguration()
+{
+    FcInit();
 }
 
 } // namespace wrenfold
