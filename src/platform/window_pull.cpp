@@ -59,13 +59,20 @@ void WindowPull::move(const QMouseEvent &event, QWindow &window)
     // Begun before the pointer has really gone somewhere, it would go on without the button held after a mere click.
     if (way.manhattanLength() < QGuiApplication::styleHints()->startDragDistance())
         return;
+    const auto pulled = [&](Qt::Edges edges) {
+        return pulledFrame(m_press->frame, edges, way, window.minimumSize(), window.maximumSize());
+    };
+    // The window manager counts from where the pointer is now. Unless the way up to here is made first, the edge stays
+    // behind by it, and the pointer ends beside the panel. Only where the window keeps its place: by that, Qt tells
+    // the window manager where the pointer is.
+    if (const Qt::Edges edges = m_edges & (Qt::RightEdge | Qt::BottomEdge))
+        window.resize(pulled(edges).size());
     // Once a press: the window manager keeps the release to itself, so that later moves still seem to have the button
     // held.
     if (handOver(window, m_edges))
         m_press.reset();
     else
-        window.setGeometry(
-            pulledFrame(m_press->frame, m_edges, way, window.minimumSize(), window.maximumSize()));
+        window.setGeometry(pulled(m_edges));
 }
 
 void WindowPull::release(const QMouseEvent &event)

@@ -162,6 +162,22 @@ def place_and_size_are_kept_while_hidden(session, path):
     session.wait_end(program)
 
 
+def pulled_corner_stays_under_the_pointer(session, path):
+    program, panel = start(session, path)
+    x, y, width, height = session.geometry(panel)
+    for place, way, pulled in (
+            ((width - 7, height - 7), (80, 60), (x, y, width + 80, height + 60)),
+            ((width - 3, 250), (80, 10), (x, y, width + 80, height)),
+            ((150, height - 3), (10, 60), (x, y, width, height + 60))):
+        pull(session, panel, place, way)
+        expect_place(session, panel, pulled, f"after it was pulled at {place}")
+        # From where the pointer is, as a hand does that has gone too far.
+        pull(session, panel, (place[0] + way[0], place[1] + way[1]), (-way[0], -way[1]))
+        expect_place(session, panel, (x, y, width, height), f"after it was pulled back at {place}")
+    program.terminate()
+    session.wait_end(program)
+
+
 def panel_stays_on_a_screen_that_shrinks(session, path):
     program, panel = start(session, path)
     session.tool("xdotool", "windowmove", "--sync", panel, "930", "280")
@@ -181,7 +197,8 @@ def main():
     path, window_manager = program_to_test(), sys.argv[2]
     for test in (pinned_panel_is_used_above_a_full_screen_window, floating_panel_is_hidden_by_a_full_screen_window,
                  board_opens_and_closes_near_the_right_edge, list_folds_and_unfolds_below_the_same_top,
-                 place_and_size_are_kept_while_hidden, panel_stays_on_a_screen_that_shrinks):
+                 place_and_size_are_kept_while_hidden, pulled_corner_stays_under_the_pointer,
+                 panel_stays_on_a_screen_that_shrinks):
         with Session(f"panel_window_{window_manager}_{test.__name__}", window_manager) as session:
             test(session, path)
 
