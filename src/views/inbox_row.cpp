@@ -96,6 +96,9 @@ bool InboxRow::actOnKey(int key)
     case Qt::Key_Enter:
         m_actions.approve(item);
         return true;
+    case Qt::Key_P:
+        m_actions.approveAndPin(item);
+        return true;
     case Qt::Key_Delete:
         m_actions.dismiss(item);
         return true;

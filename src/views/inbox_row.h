@@ -14,7 +14,7 @@ class TextLabel;
 /// A candidate: where it came from, its text, and what can be done with it. Its texts come from other programs and are
 /// shown as they are.
 ///
-/// Keys: Return takes it, Delete dismisses it, Menu everything.
+/// Keys: Return takes it, P makes it NOW, Delete dismisses it, Menu everything.
 class InboxRow : public PanelRowWidget
 {
     Q_OBJECT

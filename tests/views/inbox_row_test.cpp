@@ -82,13 +82,14 @@ private Q_SLOTS:
         QCOMPARE(shownRow.calls, QStringList(2, QStringLiteral("approve a")));
     }
 
-    void returnTakesItAndDeleteDismissesIt()
+    void returnTakesItPMakesItNowAndDeleteDismissesIt()
     {
         InboxRowInWindow shownRow;
         QVERIFY(shownRow.show(plain()));
-        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Delete})
+        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_P, Qt::Key_Delete})
             QTest::keyClick(shownRow.row, key);
-        QCOMPARE(shownRow.calls.join(QLatin1Char(',')), QStringLiteral("approve a,approve a,dismiss a"));
+        QCOMPARE(shownRow.calls.join(QLatin1Char(',')),
+                 QStringLiteral("approve a,approve a,pin a,dismiss a"));
     }
 
     void theMenuHoldsEverythingAndDoesIt()
