@@ -4,6 +4,7 @@
 #include "look/note_label.h"
 #include "look/theme.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
@@ -26,6 +27,12 @@ SettingsPage::SettingsPage(QWidget *parent)
     m_content->setSpacing(Metrics::settingsSectionSpacing);
     m_content->setAlignment(Qt::AlignTop);
     setWidget(page);
+    // Qt scrolls to what Tab reaches from within the page only, not from the row of tabs. Under a pressed button of the
+    // pointer nothing may move.
+    connect(qApp, &QApplication::focusChanged, this, [this](const QWidget *old, QWidget *now) {
+        if (old && now && isAncestorOf(now) && QGuiApplication::mouseButtons() == Qt::NoButton)
+            ensureWidgetVisible(now);
+    });
     // The surface is that of the tabs.
     viewport()->setAutoFillBackground(false);
     page->setAutoFillBackground(false);

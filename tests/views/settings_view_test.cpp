@@ -236,6 +236,20 @@ private Q_SLOTS:
                                      QStringLiteral("subsystem: dev.tolvane.Wrenfold")}));
     }
 
+    void tabFromTheRowOfTabsScrollsBackToTheTop()
+    {
+        SettingsInWindow settings;
+        QVERIFY(settings.show(SettingsInWindow::General));
+        QScrollBar *bar = settings.page()->verticalScrollBar();
+        settings.tabs()->tabBar()->setFocus();
+        bar->setValue(bar->maximum());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        const QWidget *first = QApplication::focusWidget();
+        QCOMPARE(SettingsInWindow::focused(), QStringLiteral("ログイン時に起動"));
+        const QRect place(first->mapTo(settings.page()->viewport(), QPoint()), first->size());
+        QVERIFY(settings.page()->viewport()->rect().contains(place));
+    }
+
     void aLowWindowScrollsAndANarrowOneDoesNotGetNarrowerThanItsContent()
     {
         QFont larger = QApplication::font();
