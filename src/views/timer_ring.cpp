@@ -7,6 +7,13 @@
 
 namespace wrenfold {
 
+namespace {
+
+constexpr qreal besideFocusRing =
+    0.8; ///< Of the ring's size, which leaves a gap to the focus ring around it.
+
+} // namespace
+
 TimerRing::TimerRing(QWidget *parent)
     : PaintedButton(parent)
     , m_symbol(QStringLiteral("play.fill"))
@@ -48,10 +55,16 @@ void TimerRing::paintEvent(QPaintEvent *)
     QPainter painter(this);
     if (isHovered() || isDown())
         Painting::roundedCard(painter, rect(), width() / 2.0, {theme.ringHover, {}, {}});
-    Painting::ring(painter, rect(), m_fraction, theme.*m_color);
-    if (showsFocus())
-        Painting::focusRing(painter, rect(), width() / 2.0);
     Painting::symbol(painter, rect(), m_symbol, theme.*m_color);
+    if (showsFocus()) {
+        Painting::focusRing(painter, rect(), width() / 2.0);
+        // Both rings may have one colour: side by side they would look like a thicker one.
+        const QPointF middle = QRectF(rect()).center();
+        painter.translate(middle);
+        painter.scale(besideFocusRing, besideFocusRing);
+        painter.translate(-middle);
+    }
+    Painting::ring(painter, rect(), m_fraction, theme.*m_color);
 }
 
 } // namespace wrenfold

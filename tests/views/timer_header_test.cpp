@@ -190,6 +190,20 @@ private Q_SLOTS:
         QTEST(isPainted(21 + 18), "isRightPainted");
         QTEST(isPainted(21 - 18), "isLeftPainted");
     }
+
+    void theFocusIsSeenBesideTheRing()
+    {
+        HeaderInWindow shownHeader({.remainingSeconds = 1500});
+        QVERIFY(QTest::qWaitForWindowActive(&shownHeader.window));
+        shownHeader.ring()->clearFocus(); // Which came with the window.
+        shownHeader.ring()->setFocus(Qt::TabFocusReason);
+        const QImage image = shownHeader.ring()->grab().toImage();
+        const auto isLine = [&](int x) { return image.pixelColor(x, 21) == Theme::current().accent; };
+        int lines = 0;
+        for (int x = 31; x < image.width(); ++x)
+            lines += isLine(x) && !isLine(x - 1);
+        QCOMPARE(lines, 2);
+    }
 };
 
 } // namespace wrenfold
