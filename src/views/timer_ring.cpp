@@ -9,8 +9,8 @@ namespace wrenfold {
 
 namespace {
 
-constexpr qreal besideFocusRing =
-    0.8; ///< Of the ring's size, which leaves a gap to the focus ring around it.
+/// Of the ring's size, which leaves a gap to the focus ring around it.
+constexpr qreal besideFocusRing = 0.8;
 
 } // namespace
 
