@@ -7,7 +7,9 @@
 #include <QJsonDocument>
 #include <QRandomGenerator>
 
+#include <array>
 #include <bit>
+#include <charconv>
 #include <cmath>
 #include <limits>
 
@@ -191,6 +193,26 @@ private Q_SLOTS:
             const auto number = std::bit_cast<double>(bits);
             if (std::isfinite(number))
                 QCOMPARE(std::bit_cast<quint64>(numberReadBack(number)), bits);
+        }
+    }
+
+    void thousandthsAreTheShortestTextAsAnyOtherNumber()
+    {
+        QRandomGenerator random(20261122);
+        std::array<char, 32> shortest;
+        const auto isShortest = [&shortest](double number) {
+            const char *end = std::to_chars(shortest.begin(), shortest.end(), number).ptr;
+            return written([number](JsonWriter &json) { json.number(number); }) ==
+                   QByteArray(shortest.data(), end - shortest.data());
+        };
+        for (int round = 0; round < 20000; ++round) {
+            // From one digit before the point to more than those of which each decimal has a double of its own.
+            const auto whole = double(random.generate64() >> random.bounded(24, 62));
+            for (const int rest : {0, 1, 20, 300, random.bounded(1000)}) {
+                const double number = (whole * 1000 + rest) / 1000;
+                for (const double near : {number, std::nextafter(number, 0), std::nextafter(number, 1e18)})
+                    QVERIFY2(isShortest(near), qPrintable(QString::number(near, 'g', 17)));
+            }
         }
     }
 
