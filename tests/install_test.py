@@ -1,11 +1,13 @@
 """script/install.sh puts a whole program below the user's home and takes just that away again. Installs what was built by
 the release preset, so it is run by script/test.sh and not by CTest."""
 
+import configparser
 import os
 import pathlib
 import subprocess
 import tempfile
 import unittest
+import xml.etree.ElementTree
 
 SCRIPT = pathlib.Path(__file__).resolve().parents[1] / "script" / "install.sh"
 ID = "dev.tolvane.Wrenfold"
@@ -53,6 +55,13 @@ class InstallTest(unittest.TestCase):
         self.assertIn(f"\nExec={program}\n", (prefix / f"share/applications/{ID}.desktop").read_text())
         self.assertIn(f"\nExec={program} --new-todo\n", (prefix / f"share/applications/{ID}.desktop").read_text())
         self.assertIn(f"\nExec={program} --dbus-service\n", (prefix / f"share/dbus-1/services/{ID}.service").read_text())
+        # What the installation has written anew is as valid as what it was made from.
+        subprocess.run(["desktop-file-validate", prefix / f"share/applications/{ID}.desktop"], check=True)
+        service = configparser.ConfigParser()
+        service.read(prefix / f"share/dbus-1/services/{ID}.service")
+        self.assertEqual(service["D-BUS Service"]["Name"], ID)
+        for icon in (prefix / "share/icons").rglob("*.svg"):
+            self.assertTrue(xml.etree.ElementTree.parse(icon).getroot().tag.endswith("}svg"), icon)
         version = subprocess.run([prefix / "bin/wrenfold", "--version"], capture_output=True, text=True, check=True)
         self.assertRegex(version.stdout, r"^wrenfold \d")
 

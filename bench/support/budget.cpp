@@ -7,12 +7,23 @@
 #include <cmath>
 #include <cstdio>
 #include <map>
+#include <optional>
 
 namespace wrenfold {
 
 namespace {
 
 using Run = benchmark::BenchmarkReporter::Run;
+
+/// Why a run did not come to its end; none of one that did. Later versions of the library have other names for it.
+template<typename AnyRun>
+std::optional<std::string> errorOf(const AnyRun &run)
+{
+    if constexpr (requires { run.error_occurred; })
+        return run.error_occurred ? std::optional(run.error_message) : std::nullopt;
+    else
+        return run.skipped ? std::optional(run.skip_message) : std::nullopt;
+}
 
 /// Keeps every repetition of every benchmark; what is printed follows from them at the end.
 class Collector final : public benchmark::BenchmarkReporter
@@ -23,8 +34,8 @@ public:
     void ReportRuns(const std::vector<Run> &runs) override
     {
         for (const Run &run : runs) {
-            if (run.error_occurred) {
-                std::fprintf(stderr, "%s: %s\n", run.benchmark_name().c_str(), run.error_message.c_str());
+            if (const std::optional<std::string> error = errorOf(run)) {
+                std::fprintf(stderr, "%s: %s\n", run.benchmark_name().c_str(), error->c_str());
                 m_hasFailed = true;
             } else if (run.run_type == Run::RT_Iteration) {
                 const std::string &arguments = run.run_name.args;

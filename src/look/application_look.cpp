@@ -37,7 +37,7 @@ QPalette paletteOf(const Theme &theme)
     return palette;
 }
 
-/// Menus name the key as keyboards and desktops do here; Qt has another name for it.
+/// The key that Qt calls Meta is called Super on keyboards and desktops.
 class KeyNames : public QTranslator
 {
 public:

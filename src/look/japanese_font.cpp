@@ -14,7 +14,7 @@ const FcChar8 *fontconfigText(const char *text)
     return reinterpret_cast<const FcChar8 *>(text);
 }
 
-/// Of the font that the system takes for Japanese where this one is wished for. Empty where there is no font at all.
+/// The family that the system takes for Japanese where `wished` is asked for. Empty where there is no font at all.
 QString japaneseFamily(const QString &wished)
 {
     const Pattern wish(FcPatternCreate(), &FcPatternDestroy);

@@ -13,7 +13,7 @@ namespace wrenfold {
 [[nodiscard]] QFont fontForJapanese(const QFont &desktops);
 
 /// Reads the system's configuration of fonts, which takes some milliseconds, and keeps it for the whole program. For a
-/// thread that has time before there are windows.
+/// thread beside the making of the application object.
 void readFontConfiguration();
 
 } // namespace wrenfold

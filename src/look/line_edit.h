@@ -2,11 +2,12 @@
 #pragma once
 
 #include <QLineEdit>
-#include <QTimer>
 
-#include <optional>
+#include <chrono>
 
 namespace wrenfold {
+
+class CaretRest;
 
 /// A line to type in, with the frame and the colours of the user's style. Undo and redo act on its text only while it
 /// holds typing that is not yet committed; otherwise they are left to the window's shortcuts.
@@ -16,7 +17,6 @@ class LineEdit : public QLineEdit
 
 public:
     explicit LineEdit(QWidget *parent = nullptr);
-    ~LineEdit() override;
 
     /// Shows a text that is kept elsewhere already, such as the title to be edited, or nothing after a
     /// submission.
@@ -31,8 +31,7 @@ public:
     /// Opens the context menu at a point of the screen.
     void openMenu(const QPoint &position);
 
-    /// How long after the last key the caret goes on blinking. A caret at rest stays visible and wakes
-    /// nobody.
+    /// How long after the last key the caret goes on blinking.
     void setCaretRest(std::chrono::milliseconds delay);
 
 protected:
@@ -40,18 +39,14 @@ protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void inputMethodEvent(QInputMethodEvent *event) override;
-    void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
 
 private:
     void undoTyping();
-    void restCaret();
-    void wakeCaret();
 
     QString m_committedText;
     bool m_isComposing = false;
-    QTimer m_caretTimer;
-    std::optional<int> m_flashTime; ///< The application's, while the caret rests.
+    CaretRest *m_caretRest;
 };
 
 } // namespace wrenfold

@@ -18,7 +18,7 @@ namespace wrenfold {
 /// The text in one line: every line break, tab and other control character becomes a space.
 [[nodiscard]] QString oneLine(const QString &text);
 
-/// The text for a line of its own, laid out from left to right: closed in where needed, so that its direction is the one
+/// The text, closed in where needed, for a line of its own that is laid out from left to right: its direction is the one
 /// given, or that of its first letter, and its bidi controls end with it.
 [[nodiscard]] QString isolated(const QString &text, Qt::LayoutDirection direction = Qt::LayoutDirectionAuto);
 

@@ -63,8 +63,8 @@ void WindowPull::move(const QMouseEvent &event, QWindow &window)
         return pulledFrame(m_press->frame, edges, way, window.minimumSize(), window.maximumSize());
     };
     // The window manager counts from where the pointer is now. Unless the way up to here is made first, the edge stays
-    // behind by it, and the pointer ends beside the panel. Only where the window keeps its place: by that, Qt tells
-    // the window manager where the pointer is.
+    // behind by it, and the pointer ends beside the panel. Only for the right and lower edges: they leave the
+    // window's place, from which Qt works out for the window manager where the pointer is.
     if (const Qt::Edges edges = m_edges & (Qt::RightEdge | Qt::BottomEdge))
         window.resize(pulled(edges).size());
     // Once a press: the window manager keeps the release to itself, so that later moves still seem to have the button

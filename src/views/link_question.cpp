@@ -2,6 +2,7 @@
 #include "views/link_question.h"
 
 #include "inbox/link_opening.h"
+#include "look/caret_rest.h"
 #include "look/program_icon.h"
 
 #include <QDialogButtonBox>
@@ -29,6 +30,7 @@ LinkQuestion::LinkQuestion(const QUrl &link, std::function<void()> open, QWidget
     auto *text = new QPlainTextEdit(link.toString(QUrl::FullyEncoded), this);
     text->setReadOnly(true);
     text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    new CaretRest(text);
     text->setTabChangesFocus(true);
     text->setWordWrapMode(QTextOption::WrapAnywhere);
     text->setAccessibleName(QStringLiteral("リンク"));
@@ -51,7 +53,7 @@ LinkQuestion::LinkQuestion(const QUrl &link, std::function<void()> open, QWidget
     layout->addWidget(text);
     layout->addWidget(buttons);
     resize(420, 180);
-    cancel->setFocus(); // Not before the buttons have their place: a move takes the focus away.
+    cancel->setFocus(); // Not earlier: laying out the buttons takes the focus away.
 }
 
 void openForeignLink(const QUrl &link, const std::function<void()> &open, QWidget *parent)

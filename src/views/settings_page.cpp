@@ -27,8 +27,8 @@ SettingsPage::SettingsPage(QWidget *parent)
     m_content->setSpacing(Metrics::settingsSectionSpacing);
     m_content->setAlignment(Qt::AlignTop);
     setWidget(page);
-    // Qt scrolls to what Tab reaches from within the page only, not from the row of tabs. Under a pressed button of the
-    // pointer nothing may move.
+    // Qt scrolls to what Tab reaches from within the page only, not from the row of tabs. While a mouse button is held,
+    // nothing may move under the pointer. A window that becomes active shows what it showed.
     connect(qApp, &QApplication::focusChanged, this, [this](const QWidget *old, QWidget *now) {
         if (old && now && isAncestorOf(now) && QGuiApplication::mouseButtons() == Qt::NoButton)
             ensureWidgetVisible(now);

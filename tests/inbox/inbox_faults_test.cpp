@@ -215,6 +215,13 @@ private Q_SLOTS:
         QVERIFY(!InboxFile::decode(url(QStringLiteral("a.json"))));
     }
 
+    void aSocketIsSkipped()
+    {
+        const QByteArray name = QFile::encodeName(InboxFolder::file(QStringLiteral("a.json")));
+        QCOMPARE(::mknod(name.constData(), S_IFSOCK | 0600, 0), 0);
+        QVERIFY(!InboxFile::decode(url(QStringLiteral("a.json"))));
+    }
+
     void aLinkIsNotFollowed_data()
     {
         QTest::addColumn<QString>("target");

@@ -206,7 +206,7 @@ private Q_SLOTS:
                    QByteArray(shortest.data(), end - shortest.data());
         };
         for (int round = 0; round < 20000; ++round) {
-            // From one digit before the point to more than those of which each decimal has a double of its own.
+            // From one digit before the point to beyond the largest that is written by whole numbers.
             const auto whole = double(random.generate64() >> random.bounded(24, 62));
             for (const int rest : {0, 1, 20, 300, random.bounded(1000)}) {
                 const double number = (whole * 1000 + rest) / 1000;

@@ -42,9 +42,9 @@ private Q_SLOTS:
             true, wide(564, 936, true));
         row("near the right edge the list moves less with the board on its right", compact(600), screen,
             false, true, wide(564, 600));
-        row("as far from the edge as the board is wide by half", compact(750), screen, false, true,
+        row("pushed back by half the board's width", compact(750), screen, false, true,
             wide(564, 750));
-        row("a little nearer", compact(751), screen, false, true, wide(564, 751, true));
+        row("pushed back by a little more", compact(751), screen, false, true, wide(564, 751, true));
         row("it just fits", compact(564), screen, false, true, wide(564, 564));
         row("and goes back", wide(564, 936, true), screen, false, false, compact(936));
         row("a wide panel that is widened again keeps where it came from and its side", wide(564, 936, true),
