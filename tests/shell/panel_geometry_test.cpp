@@ -42,8 +42,7 @@ private Q_SLOTS:
             true, wide(564, 936, true));
         row("near the right edge the list moves less with the board on its right", compact(600), screen,
             false, true, wide(564, 600));
-        row("pushed back by half the board's width", compact(750), screen, false, true,
-            wide(564, 750));
+        row("pushed back by half the board's width", compact(750), screen, false, true, wide(564, 750));
         row("pushed back by a little more", compact(751), screen, false, true, wide(564, 751, true));
         row("it just fits", compact(564), screen, false, true, wide(564, 564));
         row("and goes back", wide(564, 936, true), screen, false, false, compact(936));
