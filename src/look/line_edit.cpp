@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "look/line_edit.h"
 
-#include "look/caret_rest.h"
+#include "look/theme.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -9,6 +9,7 @@
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QStyleHints>
 
 namespace wrenfold {
 
@@ -30,8 +31,15 @@ bool isRedo(const QKeyEvent &event)
 
 LineEdit::LineEdit(QWidget *parent)
     : QLineEdit(parent)
-    , m_caretRest(new CaretRest(this))
 {
+    m_caretTimer.setSingleShot(true);
+    m_caretTimer.setInterval(Durations::caretRest);
+    connect(&m_caretTimer, &QTimer::timeout, this, &LineEdit::restCaret);
+}
+
+LineEdit::~LineEdit()
+{
+    wakeCaret();
 }
 
 void LineEdit::setCommittedText(const QString &text)
@@ -79,7 +87,7 @@ bool LineEdit::hasUncommittedText() const
 
 void LineEdit::setCaretRest(std::chrono::milliseconds delay)
 {
-    m_caretRest->setDelay(delay);
+    m_caretTimer.setInterval(delay);
 }
 
 bool LineEdit::event(QEvent *event)
@@ -96,6 +104,8 @@ bool LineEdit::event(QEvent *event)
 
 void LineEdit::keyPressEvent(QKeyEvent *event)
 {
+    wakeCaret();
+    m_caretTimer.start();
     const bool isEnd =
         event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Escape;
     if (m_isComposing && isEnd)
@@ -115,12 +125,22 @@ void LineEdit::keyPressEvent(QKeyEvent *event)
 
 void LineEdit::inputMethodEvent(QInputMethodEvent *event)
 {
+    wakeCaret();
+    m_caretTimer.start();
     m_isComposing = !event->preeditString().isEmpty();
     QLineEdit::inputMethodEvent(event);
 }
 
+void LineEdit::focusInEvent(QFocusEvent *event)
+{
+    QLineEdit::focusInEvent(event);
+    m_caretTimer.start();
+}
+
 void LineEdit::focusOutEvent(QFocusEvent *event)
 {
+    m_caretTimer.stop();
+    wakeCaret();
     m_isComposing = false;
     QLineEdit::focusOutEvent(event);
 }
@@ -132,6 +152,22 @@ void LineEdit::undoTyping()
         undo();
     else
         setText(m_committedText);
+}
+
+void LineEdit::restCaret()
+{
+    // Qt blinks by a timer in each field that follows this one value; a field by itself cannot be told.
+    QStyleHints *hints = QGuiApplication::styleHints();
+    m_flashTime = hints->cursorFlashTime();
+    hints->setCursorFlashTime(0);
+}
+
+void LineEdit::wakeCaret()
+{
+    if (!m_flashTime)
+        return;
+    QGuiApplication::styleHints()->setCursorFlashTime(*m_flashTime);
+    m_flashTime.reset();
 }
 
 } // namespace wrenfold

@@ -2,12 +2,11 @@
 #pragma once
 
 #include <QLineEdit>
+#include <QTimer>
 
-#include <chrono>
+#include <optional>
 
 namespace wrenfold {
-
-class CaretRest;
 
 /// A line to type in, with the frame and the colours of the user's style. Undo and redo act on its text only while it
 /// holds typing that is not yet committed; otherwise they are left to the window's shortcuts.
@@ -17,6 +16,7 @@ class LineEdit : public QLineEdit
 
 public:
     explicit LineEdit(QWidget *parent = nullptr);
+    ~LineEdit() override;
 
     /// Shows a text that is kept elsewhere already, such as the title to be edited, or nothing after a
     /// submission.
@@ -31,7 +31,8 @@ public:
     /// Opens the context menu at a point of the screen.
     void openMenu(const QPoint &position);
 
-    /// How long after the last key the caret goes on blinking.
+    /// How long after the last key the caret goes on blinking. A caret at rest stays visible and wakes
+    /// nobody.
     void setCaretRest(std::chrono::milliseconds delay);
 
 protected:
@@ -39,14 +40,18 @@ protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void inputMethodEvent(QInputMethodEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
 
 private:
     void undoTyping();
+    void restCaret();
+    void wakeCaret();
 
     QString m_committedText;
     bool m_isComposing = false;
-    CaretRest *m_caretRest;
+    QTimer m_caretTimer;
+    std::optional<int> m_flashTime; ///< The application's, while the caret rests.
 };
 
 } // namespace wrenfold

@@ -2,7 +2,6 @@
 #include "views/link_question.h"
 
 #include "inbox/link_opening.h"
-#include "look/caret_rest.h"
 #include "look/program_icon.h"
 
 #include <QDialogButtonBox>
@@ -30,7 +29,6 @@ LinkQuestion::LinkQuestion(const QUrl &link, std::function<void()> open, QWidget
     auto *text = new QPlainTextEdit(link.toString(QUrl::FullyEncoded), this);
     text->setReadOnly(true);
     text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    new CaretRest(text);
     text->setTabChangesFocus(true);
     text->setWordWrapMode(QTextOption::WrapAnywhere);
     text->setAccessibleName(QStringLiteral("リンク"));

@@ -1,15 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "look/text_field.h"
-
-#include "look/caret_rest.h"
 #include "look/theme.h"
-#include "support/offscreen_silence.h"
 #include "support/painted_text.h"
 #include "support/test_case.h"
 
 #include <QAccessible>
 #include <QApplication>
-#include <QPlainTextEdit>
 #include <QShortcut>
 #include <QSignalSpy>
 #include <QStyleHints>
@@ -184,21 +180,6 @@ private Q_SLOTS:
         qApp->installEventFilter(&counter);
         // Two usual blinks.
         QVERIFY(!QTest::qWaitFor([&counter] { return counter.timers > 0; }, 2000));
-    }
-
-    void theCaretOfATextThatIsOnlyReadRestsToo()
-    {
-        const OffscreenSilence silence;
-        const int usual = flashTime();
-        QPlainTextEdit text(awkward);
-        text.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-        (new CaretRest(&text))->setDelay(std::chrono::milliseconds(50));
-        text.show();
-        text.setFocus();
-        QTRY_COMPARE(flashTime(), 0);
-        QTest::keyClick(&text, Qt::Key_Right);
-        QCOMPARE(flashTime(), usual);
-        QTRY_COMPARE(flashTime(), 0);
     }
 
     void theCaretsRestEndsWithTheField()
