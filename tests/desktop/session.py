@@ -170,14 +170,27 @@ class Session:
         self.tool("xdotool", "key", "--delay", "50", *keys)
 
     def type_text(self, text):
-        """Types a text. Characters that the keyboard lacks are put on spare keys for it, so slowly that each arrives."""
-        self.tool("xdotool", "type", "--delay", "120", text)
+        """Types a text. Characters that the keyboard lacks get keys of their own first: xdotool would give all of them the
+        same key in turn, and a program that is slow to look reads the next one, or none."""
+        self._add_keys(character for character in text if not character.isascii())
+        self.tool("xdotool", "type", "--delay", "20", text)
+
+    def _add_keys(self, characters):
+        """Puts those that the keyboard lacks on keys that have none, where they stay."""
+        keys = [line.split("=") for line in self.tool("xmodmap", "-pke").splitlines()]
+        taken = {symbol for _, symbols in keys for symbol in symbols.split()}
+        spare = [key for key, symbols in keys if not symbols.strip()]
+        names = [f"U{ord(character):04X}" for character in dict.fromkeys(characters)]
+        missing = [name for name in names if name not in taken]
+        expect(len(missing) <= len(spare), f"the keyboard has {len(spare)} keys left for {missing}")
+        if missing:
+            self.tool("xmodmap", *(part for key, name in zip(spare, missing) for part in ("-e", f"{key}= {name}")))
 
     def click(self, window, x, y):
-        self.tool("xdotool", "mousemove", "--sync", "--window", window, str(x), str(y), "click", "1")
+        self.tool("xdotool", "mousemove", "--window", window, str(x), str(y), "click", "1")
 
     def right_click(self, window, x, y):
-        self.tool("xdotool", "mousemove", "--sync", "--window", window, str(x), str(y), "click", "3")
+        self.tool("xdotool", "mousemove", "--window", window, str(x), str(y), "click", "3")
 
     # The program's document
 
