@@ -17,6 +17,7 @@ namespace wrenfold {
 PanelController::PanelController(FocusStore &store, Clock &clock, PanelWindow &ability,
                                  const Actions &actions)
     : m_store(store)
+    , m_clock(clock)
     , m_ability(ability)
     , m_panel(ability)
     , m_view(new FocusPanelView(store, clock,
@@ -90,27 +91,35 @@ void PanelController::centreOnScreen()
 
 void PanelController::followScreens()
 {
-    const auto follow = [this](QScreen *screen) {
-        QObject::connect(screen, &QScreen::availableGeometryChanged, &m_panel, [this] { keepInSight(); });
+    const auto keepSoon = [this] { keepInSightSoon(); };
+    const auto follow = [this, keepSoon](QScreen *screen) {
+        QObject::connect(screen, &QScreen::availableGeometryChanged, &m_panel, keepSoon);
     };
     const QList<QScreen *> screens = QGuiApplication::screens();
     std::for_each(screens.begin(), screens.end(), follow);
     QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &m_panel, follow);
-    // Queued: the screen is still on its way out.
-    QObject::connect(
-        qGuiApp, &QGuiApplication::screenRemoved, &m_panel, [this] { keepInSight(); }, Qt::QueuedConnection);
+    QObject::connect(qGuiApp, &QGuiApplication::screenRemoved, &m_panel, keepSoon);
+}
+
+void PanelController::keepInSightSoon()
+{
+    // Not at once: a screen that is removed is still there, and while a window manager takes the panel into a frame of
+    // its own, as at login together with the desktop's bars, the window's place is said to be the corner of the screen.
+    constexpr auto settled = std::chrono::milliseconds(200);
+    m_keepingInSight = m_clock.after(settled, [this] { keepInSight(); });
 }
 
 void PanelController::keepInSight()
 {
-    // At another scale the window system keeps the size that the window has in its own pixels.
-    if (QWindow *window = m_panel.windowHandle())
-        window->resize(m_panel.size());
     QList<QRect> visibleFrames;
     const QList<QScreen *> screens = QGuiApplication::screens();
     for (const QScreen *screen : screens)
         visibleFrames.append(screen->availableGeometry());
-    m_panel.move(keptInSight(visibleFrames, m_panel.geometry()).topLeft());
+    const QRect kept = keptInSight(visibleFrames, m_panel.geometry());
+    m_panel.setGeometry(kept);
+    // At another scale the window system keeps the size that the window has in its own pixels.
+    if (QWindow *window = m_panel.windowHandle())
+        window->setGeometry(kept);
 }
 
 void PanelController::showAndPin()

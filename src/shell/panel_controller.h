@@ -2,14 +2,15 @@
 #pragma once
 
 #include "model/published.h"
+#include "platform/clock.h"
 #include "shell/focus_panel.h"
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 namespace wrenfold {
 
-class Clock;
 class FocusPanelView;
 class FocusStore;
 
@@ -41,6 +42,7 @@ public:
 private:
     void centreOnScreen();
     void followScreens();
+    void keepInSightSoon();
     void keepInSight();
     void logShown() const;
     void resizePanel(bool isListHidden, bool isQuadrantBoardPresented);
@@ -49,11 +51,13 @@ private:
     void applyLevel();
 
     FocusStore &m_store;
+    Clock &m_clock;
     PanelWindow &m_ability;
     FocusPanel m_panel;
     FocusPanelView *m_view; ///< The panel's.
     std::optional<int> m_compactOriginX;
     bool m_isBoardLeftOfList = false;
+    std::unique_ptr<ScheduledCall> m_keepingInSight;
     std::vector<Subscription> m_subscriptions;
 };
 

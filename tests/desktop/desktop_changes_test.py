@@ -1,6 +1,7 @@
-"""The desktop changes under the running program: its window manager gives way to another, a screen is unplugged, the text
-resolution changes. The panel stays in sight, whole and in use."""
+"""The desktop changes under the running program: a bar comes up, its window manager gives way to another, a screen is
+unplugged, the text resolution changes. The panel stays in sight, whole and in use."""
 
+import status_hosts
 from session import Session, expect, program_to_test
 
 COMPOSER = (172, 187)  # a point in the panel's input field
@@ -27,6 +28,21 @@ def expect_use(session, panel, title):
 def stop(session, program):
     program.terminate()
     session.wait_end(program)
+
+
+def a_bar_that_comes_up_with_the_panel_leaves_it_in_the_middle(session, path):
+    """As at login. Which of them is first is not the same each time, so it is tried some times."""
+    bar = status_hosts.LxqtPanel(session)
+    for _ in range(6):
+        bar.begin()
+        program, panel = start(session, path)
+        status_hosts.wait_shown(session, bar.height)
+        expect_use(session, panel, "at login")
+        x, y, width, height = session.geometry(panel)
+        expect(abs(x + width // 2 - SCREEN[0] // 2) <= 1 and abs(y + height // 2 - SCREEN[1] // 2) <= bar.height,
+               f"the panel is at {x}, {y}")
+        stop(session, program)
+        bar.kill()
 
 
 def is_at_hand(session, panel):
@@ -91,7 +107,8 @@ def the_panel_grows_and_shrinks_with_the_text(session, path):
 
 def main():
     path = program_to_test()
-    for window_manager, test in (("openbox", another_window_manager_keeps_the_panel_at_hand),
+    for window_manager, test in (("openbox", a_bar_that_comes_up_with_the_panel_leaves_it_in_the_middle),
+                                 ("openbox", another_window_manager_keeps_the_panel_at_hand),
                                  ("openbox", the_panel_leaves_a_screen_that_is_unplugged),
                                  ("xfwm4", the_panel_grows_and_shrinks_with_the_text)):
         with Session(f"desktop_changes_{test.__name__}", window_manager, size="{}x{}".format(*SCREEN)) as session:

@@ -1,5 +1,7 @@
 """Real hosts of status items in a session. Each is one panel with nothing but its status area, at the top of the screen."""
 
+import re
+
 WATCHER = "org.kde.StatusNotifierWatcher"
 
 XFCE_PANEL = """<?xml version="1.0" encoding="UTF-8"?>
@@ -60,6 +62,7 @@ class XfcePanel:
             wait_watcher(self._session)
         self._processes.append(self._session.start("xfce4-panel", "--disable-wm-check"))
         wait_watcher(self._session)
+        wait_shown(self._session, self.height)
 
     def kill(self):
         kill(self._session, self._processes)
@@ -79,6 +82,11 @@ class LxqtPanel:
         (folder / "panel.conf").write_text(LXQT_PANEL)
 
     def start(self):
+        self.begin()
+        wait_shown(self._session, self.height)
+
+    def begin(self):
+        """As start(), but the host comes up on the screen later."""
         self._processes.append(self._session.start("lxqt-panel"))
         wait_watcher(self._session)
 
@@ -99,6 +107,14 @@ def has_watcher(session):
 
 def wait_watcher(session):
     session.wait_for(lambda: has_watcher(session), "a host of status items")
+
+
+def wait_shown(session, height):
+    """Waits until the host has its place on the screen; windows that come up earlier are placed without regard to it."""
+    def is_shown():
+        area = re.findall(r"\d+", session.tool("xprop", "-root", "_NET_WORKAREA"))
+        return len(area) >= 4 and int(area[1]) >= height
+    session.wait_for(is_shown, "the host on the screen")
 
 
 def kill(session, processes):
