@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "look/utility_window.h"
 
+#include "look/bring_to_front.h"
 #include "look/program_icon.h"
 
 #include <QKeyEvent>
@@ -30,9 +31,7 @@ void UtilityWindow::comeToFront()
     (void)winId(); // There is a native window from here on.
     Q_EMIT aboutToComeToFront(windowHandle());
     setWindowState(windowState() & ~Qt::WindowMinimized);
-    show();
-    raise();
-    activateWindow();
+    bringToFront(*this);
 }
 
 void UtilityWindow::keyPressEvent(QKeyEvent *event)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shell/focus_panel.h"
 
+#include "look/bring_to_front.h"
 #include "look/theme.h"
 #include "platform/panel_window.h"
 #include "shell/panel_geometry.h"
@@ -49,9 +50,7 @@ void FocusPanel::comeToFront()
 {
     if (isVisible() && !isInSight())
         m_ability.bringBack(*windowHandle());
-    show();
-    raise();
-    activateWindow();
+    bringToFront(*this);
 }
 
 void FocusPanel::showWithoutFocus()

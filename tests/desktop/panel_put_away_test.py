@@ -1,7 +1,9 @@
-"""The panel comes back when a window manager (the second argument) has put it away: iconified it, or shown the desktop."""
+"""The panel comes back, under a window manager (the second argument), with the keyboard: when that one has put it away, by
+iconifying it or showing the desktop, and when it was hidden a moment ago."""
 
 import sys
 
+from sample_documents import document, task
 from session import Session, expect, program_to_test
 
 PANEL = "Wren Fold"
@@ -52,11 +54,30 @@ def comes_back(session, path, put_away):
     session.wait_end(program)
 
 
+def comes_back_at_once(session, path):
+    """Before the toolkit has noticed that the hidden panel has lost the keyboard."""
+    session.save_document(document(task("first")))
+    program = session.start(path)
+    session.wait_active(session.wait_window(PANEL))
+    windows = ("xdotool", "search", "--onlyvisible", "--class", "wrenfold")
+    for _ in range(5):
+        session.tool("xdotool", "key", "--delay", "5", TOGGLE, TOGGLE)
+        session.wait_active(session.wait_window(PANEL))
+        session.press(NEW_TODO, "Tab", "Home", "Menu")
+        session.wait_for(lambda: len(session.tool(*windows).split()) == 2, "the menu of the row that has the focus")
+        session.press("Escape")
+        session.wait_for(lambda: len(session.tool(*windows).split()) == 1, "the menu to go")
+    program.terminate()
+    session.wait_end(program)
+
+
 def main():
     path, window_manager = program_to_test(), sys.argv[2]
     for name, put_away in PUT_AWAY[window_manager].items():
         with Session(f"panel_put_away_{window_manager}_{name}", window_manager) as session:
             comes_back(session, path, put_away)
+    with Session(f"panel_put_away_{window_manager}_hidden", window_manager) as session:
+        comes_back_at_once(session, path)
 
 
 if __name__ == "__main__":
