@@ -249,7 +249,7 @@ class BusyUser:
         counts from where the pointer is when it takes over, which is the later the busier the computer is."""
         leeway = max(map(abs, way)) // 2
         panel = self._panel()
-        self._session.tool("xdotool", "mousemove", "--sync", "--window", panel, *map(str, point), "mousedown", "1")
+        self._session.tool("xdotool", "mousemove", "--window", panel, *map(str, point), "mousedown", "1")
         for _ in range(PULL_STEPS):
             self._session.tool("xdotool", "mousemove_relative", "--sync", "--", *(str(part // PULL_STEPS) for part in way))
         self._session.tool("xdotool", "mouseup", "1")

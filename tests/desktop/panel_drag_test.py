@@ -32,7 +32,7 @@ def expect_menu(session, panel, name, place):
 
 
 def press(session, panel, place):
-    session.tool("xdotool", "mousemove", "--sync", "--window", panel, *map(str, place), "mousedown", "1")
+    session.tool("xdotool", "mousemove", "--window", panel, *map(str, place), "mousedown", "1")
 
 
 def let_go(session):

@@ -23,7 +23,7 @@ def start(session, path, **document):
 
 def pull(session, window, place, way):
     """Pulls with the pointer in steps, as a hand does."""
-    session.tool("xdotool", "mousemove", "--sync", "--window", window, *map(str, place), "mousedown", "1")
+    session.tool("xdotool", "mousemove", "--window", window, *map(str, place), "mousedown", "1")
     for _ in range(PULL_STEPS):
         session.tool("xdotool", "mousemove_relative", "--sync", "--", *(str(part // PULL_STEPS) for part in way))
     session.tool("xdotool", "mouseup", "1")
