@@ -3,6 +3,7 @@
 #include "support/fake_sounds.h"
 #include "support/test_case.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QLocalServer>
@@ -80,6 +81,8 @@ private Q_SLOTS:
         settings.write("pcm.!default { type file slave.pcm null file \"" + file.toUtf8() +
                        "\" format raw }\n");
         settings.close();
+        const auto threadCount = [] { return QDir(QStringLiteral("/proc/self/task")).count(); };
+        const auto threadsBefore = threadCount();
         const QByteArray homeBefore = qgetenv("HOME");
         qputenv("HOME", home.path().toUtf8());
         qputenv("CANBERRA_DRIVER", "alsa");
@@ -89,7 +92,9 @@ private Q_SLOTS:
             sounds.play(Sound::Glass);
             QTRY_VERIFY2(QFileInfo(file).size() > 0, "nothing was played");
         }
-        qputenv("HOME", homeBefore); // Only now, as the sounds' thread may read the environment.
+        // A slow machine's last sound may still be writing there, and its thread may read the environment.
+        QTRY_VERIFY2(threadCount() <= threadsBefore, "the sounds' thread does not end");
+        qputenv("HOME", homeBefore);
     }
 
     void aRunWithoutSoundsEndsAtOnce() { const CanberraSounds sounds; }
