@@ -19,10 +19,20 @@ def start(session, path):
 
 def expect_use(session, panel, title):
     session.click(panel, *COMPOSER)
-    session.wait_active(panel)
+    wait_keyboard_stays(session, panel)
     session.type_text(title)
     session.press("Return")
     session.wait_for(lambda: title in session.titles(), f"the task {title}")
+
+
+def wait_keyboard_stays(session, panel):
+    """A window manager that has just taken over gives the keyboard to one window after the other."""
+    looks = []
+
+    def stays():
+        looks.append(session.tool("xdotool", "getwindowfocus") == panel)
+        return len(looks) >= 10 and all(looks[-10:])
+    session.wait_for(stays, "the panel to keep the keyboard")
 
 
 def stop(session, program):
